@@ -1,0 +1,84 @@
+#ifndef ZANT_CLIENT_ENGINE_TABLES_H
+#define ZANT_CLIENT_ENGINE_TABLES_H
+
+#include <cstddef>
+
+#include "client/records/zant_records.h"
+
+namespace Zant {
+
+/// The five tables of functions through which the engine is reached.
+///
+/// The engine owns them and writes their addresses into the Library record. Slots are numbered by their place from 0;
+/// the client calls the named slots only, the others keep their place.
+
+using UnusedSlot = void (*)();
+
+struct LibraryFunctionsVtable {
+    void (*exit)();                                                  // 0
+    void* (*createInstance)(Instance* instance);                     // 1: fills engineInstance and parserContext
+    void (*destroyInstance)(ZantLibraryInstance* engineInstance);    // 2
+    int (*getInfoInt)(int id);                                       // 3: id 0 is the API version, 0 = not usable
+    const char* (*getInfoString)(int id);                            // 4: ids 100 to 102 are the event strings
+    int (*sendBackEvent)(ZantLibraryInstance*, ZantEventData*);      // 5
+    UnusedSlot unused[3];                                            // 6 to 8
+    int (*setPlatformOption)(const char* name, const char* value, void* data);  // 9
+};
+static_assert(offsetof(LibraryFunctionsVtable, setPlatformOption) == 9 * sizeof(void*), "slots keep their place");
+
+/// One work item: three indices and the number of the thread that runs it.
+using JobCallback = void (*)(const size_t* index, int thread, void* context);
+
+struct MTFunctionsVtable {
+    UnusedSlot unused;                                                                          // 0
+    void (*runJob)(void* job, const size_t* dims, int threads, JobCallback callback, void* context);  // 1
+    void* (*createJob)(void* owner);                                                            // 2
+    void (*destroyJob)(void* job);                                                              // 3
+    void* (*createMutex)(void*, void*, void*);  // 4: three zero arguments
+    int (*mutexOp)(void* mutex, int operation, int zero);  // 5: 1 lock, -1 unlock, 0 try (low byte: taken)
+    void (*destroyMutex)(void* mutex);                     // 6
+};
+static_assert(offsetof(MTFunctionsVtable, destroyMutex) == 6 * sizeof(void*), "slots keep their place");
+
+struct BitmapFunctionsVtable {
+    void (*linkBitmap)(void* bitmap, ZantBitmapCore* link);                               // 0
+    unsigned char (*setSharedMemory)(void* bitmap, void* memory, int width, int height);  // 1: non-zero on success
+};
+
+struct RaytraceFunctionsVtable {
+    void* (*createContext)(ZantLibraryInstance* engineInstance);      // 0
+    void (*destroyContext)(void* context);                            // 1
+    unsigned char (*setupBuffers)(void* context, const size_t* dims);  // 2: non-zero on success
+    void (*describeBuffer)(void* context, void* buffer);              // 3: writes an 80-byte description
+    void* (*getBlock)(void* context, size_t index, int side);         // 4: side 0 input, 1 output
+};
+
+/// The first argument is always the instance's parser context.
+struct ParserFunctionsVtable {
+    void* (*findObject)(void* parser, const char* name, void* registered, int type, const char* argument);  // 0
+    int (*parse)(void* parser, const void* data, const char* source, int mode);  // 1: returns 0 for success
+    UnusedSlot unused[2];                                                        // 2, 3
+    int (*getValue)(void* parser, void* handle, ZantParserExchangeBuffer* record);        // 4
+    int (*setValue)(void* parser, void* handle, const ZantParserExchangeBuffer* record);  // 5
+};
+static_assert(offsetof(ParserFunctionsVtable, getValue) == 4 * sizeof(void*), "slots keep their place");
+
+/// The third argument of ParserFunctionsVtable::parse.
+enum ParseMode { ParseText = 0, ParseQuickText = 1, ParseBinary = 2 };
+
+/// The table pointers, in the order in which the engine writes them. Null tables mean that no engine is loaded.
+struct Vtables {
+    const LibraryFunctionsVtable* library = nullptr;
+    const MTFunctionsVtable* mt = nullptr;
+    const BitmapFunctionsVtable* bitmap = nullptr;
+    const RaytraceFunctionsVtable* raytrace = nullptr;
+    const ParserFunctionsVtable* parser = nullptr;
+
+    /// Drops every table, the library table last, and tells the engine to exit on the way.
+    void exit();
+};
+static_assert(sizeof(Vtables) == 40, "the engine writes five pointers");
+
+}  // namespace Zant
+
+#endif

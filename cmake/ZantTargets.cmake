@@ -1,0 +1,54 @@
+# The two library targets and the settings that every target of the tree shares.
+
+# What is built lies as it is installed, so that the program finds the loopback engine by the same relative path in both.
+if(ZANT_IS_TOP_LEVEL)
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
+    set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
+endif()
+set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
+
+# Strict warnings and the language standard, for every target.
+add_library(zant_settings INTERFACE)
+target_compile_features(zant_settings INTERFACE cxx_std_17 c_std_99)
+# Numbers and geometry are defined operation by operation; a fused multiply-add would change their bits.
+target_compile_options(zant_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
+    $<$<BOOL:${ZANT_WERROR}>:-Werror>)
+
+# The classes and typed command functions; the folders add their sources.
+add_library(zantclient STATIC)
+add_library(Zant::client ALIAS zantclient)
+set_target_properties(zantclient PROPERTIES
+    EXPORT_NAME client
+    POSITION_INDEPENDENT_CODE ON
+    C_VISIBILITY_PRESET hidden
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+target_compile_features(zantclient PUBLIC cxx_std_17)
+target_compile_options(zantclient PRIVATE -ffunction-sections -fdata-sections)
+target_compile_definitions(zantclient PRIVATE ZANT_ENGINE_SUFFIX="${ZANT_ENGINE_SUFFIX}")
+target_include_directories(zantclient PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
+target_link_libraries(zantclient PRIVATE $<BUILD_INTERFACE:zant_settings> PUBLIC ${CMAKE_DL_LIBS})
+
+# The shared library: the sixteen exported C functions and nothing else.
+add_library(zant SHARED)
+add_library(Zant::zant ALIAS zant)
+set_target_properties(zant PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    C_VISIBILITY_PRESET hidden
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/client/capi/zant.map)
+target_include_directories(zant PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
+target_link_libraries(zant PRIVATE $<BUILD_INTERFACE:zantclient> $<BUILD_INTERFACE:zant_settings>)
+target_link_options(zant PRIVATE
+    -Wl,--version-script=${PROJECT_SOURCE_DIR}/client/capi/zant.map -Wl,--gc-sections
+    $<$<NOT:$<BOOL:${ZANT_SANITIZED}>>:-Wl,--no-undefined>)
