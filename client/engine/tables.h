@@ -15,13 +15,13 @@ namespace Zant {
 using UnusedSlot = void (*)();
 
 struct LibraryFunctionsVtable {
-    void (*exit)();                                                  // 0
-    void* (*createInstance)(Instance* instance);                     // 1: fills engineInstance and parserContext
-    void (*destroyInstance)(ZantLibraryInstance* engineInstance);    // 2
-    int (*getInfoInt)(int id);                                       // 3: id 0 is the API version, 0 = not usable
-    const char* (*getInfoString)(int id);                            // 4: ids 100 to 102 are the event strings
-    int (*sendBackEvent)(ZantLibraryInstance*, ZantEventData*);      // 5
-    UnusedSlot unused[3];                                            // 6 to 8
+    void (*exit)();                                                // 0
+    void* (*createInstance)(Instance* instance);                   // 1: fills engineInstance and parserContext
+    void (*destroyInstance)(ZantLibraryInstance* engineInstance);  // 2
+    int (*getInfoInt)(int id);                                     // 3: id 0 is the API version, 0 = not usable
+    const char* (*getInfoString)(int id);                          // 4: ids 100 to 102 are the event strings
+    int (*sendBackEvent)(ZantLibraryInstance*, ZantEventData*);    // 5
+    UnusedSlot unused[3];                                          // 6 to 8
     int (*setPlatformOption)(const char* name, const char* value, void* data);  // 9
 };
 static_assert(offsetof(LibraryFunctionsVtable, setPlatformOption) == 9 * sizeof(void*), "slots keep their place");
@@ -30,11 +30,11 @@ static_assert(offsetof(LibraryFunctionsVtable, setPlatformOption) == 9 * sizeof(
 using JobCallback = void (*)(const size_t* index, int thread, void* context);
 
 struct MTFunctionsVtable {
-    UnusedSlot unused;                                                                          // 0
+    UnusedSlot unused;                                                                                // 0
     void (*runJob)(void* job, const size_t* dims, int threads, JobCallback callback, void* context);  // 1
-    void* (*createJob)(void* owner);                                                            // 2
-    void (*destroyJob)(void* job);                                                              // 3
-    void* (*createMutex)(void*, void*, void*);  // 4: three zero arguments
+    void* (*createJob)(void* owner);                                                                  // 2
+    void (*destroyJob)(void* job);                                                                    // 3
+    void* (*createMutex)(void*, void*, void*);             // 4: three zero arguments
     int (*mutexOp)(void* mutex, int operation, int zero);  // 5: 1 lock, -1 unlock, 0 try (low byte: taken)
     void (*destroyMutex)(void* mutex);                     // 6
 };
@@ -46,18 +46,18 @@ struct BitmapFunctionsVtable {
 };
 
 struct RaytraceFunctionsVtable {
-    void* (*createContext)(ZantLibraryInstance* engineInstance);      // 0
-    void (*destroyContext)(void* context);                            // 1
+    void* (*createContext)(ZantLibraryInstance* engineInstance);       // 0
+    void (*destroyContext)(void* context);                             // 1
     unsigned char (*setupBuffers)(void* context, const size_t* dims);  // 2: non-zero on success
-    void (*describeBuffer)(void* context, void* buffer);              // 3: writes an 80-byte description
-    void* (*getBlock)(void* context, size_t index, int side);         // 4: side 0 input, 1 output
+    void (*describeBuffer)(void* context, void* buffer);               // 3: writes an 80-byte description
+    void* (*getBlock)(void* context, size_t index, int side);          // 4: side 0 input, 1 output
 };
 
 /// The first argument is always the instance's parser context.
 struct ParserFunctionsVtable {
     void* (*findObject)(void* parser, const char* name, void* registered, int type, const char* argument);  // 0
-    int (*parse)(void* parser, const void* data, const char* source, int mode);  // 1: returns 0 for success
-    UnusedSlot unused[2];                                                        // 2, 3
+    int (*parse)(void* parser, const void* data, const char* source, int mode);           // 1: returns 0 for success
+    UnusedSlot unused[2];                                                                 // 2, 3
     int (*getValue)(void* parser, void* handle, ZantParserExchangeBuffer* record);        // 4
     int (*setValue)(void* parser, void* handle, const ZantParserExchangeBuffer* record);  // 5
 };

@@ -13,24 +13,24 @@ namespace Zant {
 
 /// What one place of a form takes.
 enum class ArgumentKind : uint8_t {
-    Keyword,           // a keyword of a table
-    Double,            // d
-    Int,               // i
-    Bool,              // b
-    Unsigned,          // u
-    String,            // s
-    Vector,            // V
-    Axes,              // A
-    CoordSys,          // C
-    Symbol,            // S
-    NewSymbol,         // N: the symbol that the command declares
-    BitmapSymbol,      // B
-    MeshSymbol,        // M
-    VertexMapSymbol,   // X
-    DoubleList,        // Ld
-    VectorList,        // LV
-    CoordSysList,      // LC
-    SymbolList         // LS
+    Keyword,          // a keyword of a table
+    Double,           // d
+    Int,              // i
+    Bool,             // b
+    Unsigned,         // u
+    String,           // s
+    Vector,           // V
+    Axes,             // A
+    CoordSys,         // C
+    Symbol,           // S
+    NewSymbol,        // N: the symbol that the command declares
+    BitmapSymbol,     // B
+    MeshSymbol,       // M
+    VertexMapSymbol,  // X
+    DoubleList,       // Ld
+    VectorList,       // LV
+    CoordSysList,     // LC
+    SymbolList        // LS
 };
 
 /// A keyword table: `slots` pointers, null where a number has no keyword. Keyword number n stands in slot n - 1.

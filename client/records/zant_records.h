@@ -113,8 +113,8 @@ typedef struct ZantBitmapCore {
     void* data;    /* first pixel, or null when there is no pixel memory */
     int32_t width; /* pixels per row; the pixel index is y * width + x */
     int32_t height;
-    int32_t format;        /* a _ZantPixelFormat */
-    int32_t reserved[11];  /* the engine may fill more than the fields that are named */
+    int32_t format;       /* a _ZantPixelFormat */
+    int32_t reserved[11]; /* the engine may fill more than the fields that are named */
 } ZantBitmapCore;
 ZANT_ASSERT_LAYOUT(ZantBitmapCore, sizeof(ZantBitmapCore) == 64 && offsetof(ZantBitmapCore, width) == 8 &&
                                        offsetof(ZantBitmapCore, height) == 12 &&
@@ -166,10 +166,10 @@ typedef struct ZantEventData {
     int64_t value;          /* pointer to a detail record, integer argument, or integer answer */
     const char* text;       /* text; for kinds 12 and 13 its first four bytes are a signed 32-bit selector */
 } ZantEventData;
-ZANT_ASSERT_LAYOUT(ZantEventData,
-                   sizeof(ZantEventData) == 48 && offsetof(ZantEventData, instance) == 8 &&
-                       offsetof(ZantEventData, reserved) == 16 && offsetof(ZantEventData, handle) == 24 &&
-                       offsetof(ZantEventData, value) == 32 && offsetof(ZantEventData, text) == 40);
+ZANT_ASSERT_LAYOUT(ZantEventData, sizeof(ZantEventData) == 48 && offsetof(ZantEventData, instance) == 8 &&
+                                      offsetof(ZantEventData, reserved) == 16 &&
+                                      offsetof(ZantEventData, handle) == 24 && offsetof(ZantEventData, value) == 32 &&
+                                      offsetof(ZantEventData, text) == 40);
 
 /* A function that serves an instance's events. It may be called on an engine thread. */
 typedef void (*ZantEventFunction)(ZantEventData* event);
@@ -180,9 +180,9 @@ typedef struct _ZantEventTextBufferData {
     uint64_t size; /* bytes wanted */
     char* buffer;  /* storage allocated by the listener and owned by it until the free event */
 } _ZantEventTextBufferData;
-ZANT_ASSERT_LAYOUT(EventTextBufferData,
-                   sizeof(_ZantEventTextBufferData) == 24 && offsetof(_ZantEventTextBufferData, size) == 8 &&
-                       offsetof(_ZantEventTextBufferData, buffer) == 16);
+ZANT_ASSERT_LAYOUT(EventTextBufferData, sizeof(_ZantEventTextBufferData) == 24 &&
+                                            offsetof(_ZantEventTextBufferData, size) == 8 &&
+                                            offsetof(_ZantEventTextBufferData, buffer) == 16);
 
 /* A mouse position. Only the size of the position is known to the client; what it means is the engine's. */
 typedef struct _ZantEventMousePosition {
