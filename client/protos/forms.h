@@ -53,9 +53,10 @@ struct Form {
     const char* notation;     // "fg gradients d d", as the catalogue writes it
     const FormToken* tokens;  // behind the command word
     uint16_t tokenCount;
-    uint16_t command;        // number of the command word
-    uint8_t parameterCount;  // arguments of the typed function behind the first void*
-    bool hasStrings;         // whether a wide twin exists
+    uint16_t command;          // number of the command word
+    uint8_t parameterCount;    // arguments of the typed function behind the first void*
+    bool hasStrings;           // whether a wide twin exists
+    const char* wideFunction;  // name of the twin with wide strings: "about1u"; null without strings
 };
 
 /// A contiguous range, for range-based loops.
