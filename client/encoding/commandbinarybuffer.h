@@ -1,0 +1,61 @@
+#ifndef ZANT_CLIENT_ENCODING_COMMANDBINARYBUFFER_H
+#define ZANT_CLIENT_ENCODING_COMMANDBINARYBUFFER_H
+
+#include "client/commands/commandbuffer.h"
+#include "own/resizablebuffer.h"
+
+namespace Zant {
+
+/// Writes each command as one block of 64-bit little-endian words.
+///
+/// A block is its own length in bytes, the items, and the end marker -3. Every item starts at a multiple of 8; padding
+/// behind strings is not written.
+///
+/// | item             | words                                                                          |
+/// |------------------|--------------------------------------------------------------------------------|
+/// | keyword          | its number                                                                     |
+/// | number           | 0, the double                                                                  |
+/// | string           | its length, then the bytes and a zero byte; null is the length 0 alone          |
+/// | vector           | count, its components                                                          |
+/// | axes             | rows, three doubles per row                                                    |
+/// | coordinate system| three doubles, the axes                                                        |
+/// | symbol           | 0 and its registered word; as a string, its name, when it is not registered    |
+/// | list             | -2, the length of what follows in bytes, the items, -3                         |
+///
+/// While there is an error, parse() drops its command. A command abandoned without parse() stays in front of the next.
+class CommandBinaryBuffer : public CommandBuffer {
+public:
+    explicit CommandBinaryBuffer(Instance* owner);
+    ~CommandBinaryBuffer() override;
+
+    /// Sends the block, which lives in the buffer and is overwritten by the next command; needs an instance.
+    void parse() override;
+    void addEnum(int number, const char* word) override;
+    void addDouble(double value) override;
+    using CommandBuffer::addString;
+    void addString(const char* string) override;
+    void addVector(const Vector& vector) override;
+    void addAxes(const Axes& axes) override;
+    void addCoordSys(const CoordSys& coordSys) override;
+    void addSymbol(const Symbol& symbol) override;
+    void addVarLenDouble(const VarLenDouble& list) override;
+    void addVarLenVector(const VarLenVector& list) override;
+    void addVarLenAxes(const VarLenAxes& list) override;
+    void addVarLenCoordSys(const VarLenCoordSys& list) override;
+    void addVarLenSymbol(const VarLenSymbol& list) override;
+
+private:
+    template <class T>
+    void addVarLen(const VarLenTemplate<T>& list);
+    void addAxesCore(const ZantAxesCore& axes);
+
+    /// Reserves whole words at the next multiple of 8.
+    /// @return where they start
+    char* words(size_t count);
+
+    ResizableBuffer block;
+};
+
+}  // namespace Zant
+
+#endif

@@ -1,0 +1,92 @@
+#ifndef ZANT_CLIENT_ENCODING_COMMANDTEXTBUFFER_H
+#define ZANT_CLIENT_ENCODING_COMMANDTEXTBUFFER_H
+
+#include "client/commands/commandbuffer.h"
+#include "own/textbuffer.h"
+
+namespace Zant {
+
+/// Writes each command as one line of the command language: `fg gradients,0.5,2;`
+///
+/// Keywords are separated by a space from what follows the first one, everything else by commas. Numbers have at most
+/// eight decimals, angles are in degrees, strings stand in double quotes with inner ones doubled. A list of two items
+/// or more stands in braces, a list of one is the bare item, an empty list is nothing.
+///
+/// While there is an error, parse() sends nothing and the text stays: once the error is cleared, the next parse()
+/// sends everything that was held back as one text. A command abandoned without parse() stays in front of the next.
+class CommandTextBuffer : public CommandBuffer {
+public:
+    TextBuffer text;     ///< the command being written; its separator is the one that the next item needs
+    bool quick = false;  ///< keywords as numbers in brackets instead of words
+
+    explicit CommandTextBuffer(Instance* owner);
+    ~CommandTextBuffer() override;
+
+    /// Sends the text; needs an instance.
+    void parse() override;
+    void generateAutoname(Symbol& symbol, char* name) override;
+    void addEnum(int number, const char* word) override;
+    void addDouble(double value) override;
+    using CommandBuffer::addString;
+    void addString(const char* string) override;
+    void addVector(const Vector& vector) override;
+    void addAxes(const Axes& axes) override;
+    void addCoordSys(const CoordSys& coordSys) override;
+    void addSymbol(const Symbol& symbol) override;
+    void addVarLenDouble(const VarLenDouble& list) override;
+    void addVarLenVector(const VarLenVector& list) override;
+    void addVarLenAxes(const VarLenAxes& list) override;
+    void addVarLenCoordSys(const VarLenCoordSys& list) override;
+    void addVarLenSymbol(const VarLenSymbol& list) override;
+
+    /// A keyword as its number in brackets.
+    void addEnumQuick(int number);
+
+    /// The notation of an orientation alone, without separators around it.
+    void addAxesCore(const ZantAxesCore& axes);
+
+    /// One list argument, each item through the virtual operation of its type.
+    template <class T>
+    void addVarLen(const VarLenTemplate<T>& list);
+
+    /// Sets the separator that stands behind a keyword.
+    void setCommandSeparator();
+    /// Sets the separator that stands behind an argument.
+    void setArgumentSeparator();
+
+    /// Finishes the command without sending it.
+    /// @return the text, valid until the next item is written
+    const char* getTerminatedBuffer();
+
+protected:
+    /// Sends the text, unless there is an error.
+    void send(const char* source, int mode);
+};
+
+/// The same with keywords as numbers, for the parser's quick mode: `[46],[6],0.5,2;`
+class CommandQuickTextBuffer : public CommandTextBuffer {
+public:
+    explicit CommandQuickTextBuffer(Instance* owner);
+    ~CommandQuickTextBuffer() override;
+    void parse() override;
+    void addEnum(int number, const char* word) override;
+};
+
+/// Hands each finished command to the host instead of an engine.
+class CommandOfflineBuffer : public CommandTextBuffer {
+public:
+    /// @param owner passed on to symbols, which are linked through it; the text never goes there
+    explicit CommandOfflineBuffer(Instance* owner = nullptr);
+    ~CommandOfflineBuffer() override;
+
+    /// Finishes the command and passes it to parseOffline(), whatever errorCode is.
+    void parse() override;
+
+    /// Receives one finished command, its semicolon included.
+    /// @param command valid during the call only
+    virtual void parseOffline(const char* command) = 0;
+};
+
+}  // namespace Zant
+
+#endif

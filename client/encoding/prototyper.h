@@ -1,0 +1,53 @@
+#ifndef ZANT_CLIENT_ENCODING_PROTOTYPER_H
+#define ZANT_CLIENT_ENCODING_PROTOTYPER_H
+
+namespace Zant {
+
+class CommandBuffer;
+class Instance;
+
+/// The word that the typed command functions read: where to write the command.
+class ProtoBase {
+public:
+    CommandBuffer* buffer = nullptr;
+};
+
+/// What the typed command functions take as their first argument, as a void pointer.
+class Protos : public ProtoBase {};
+
+/// Holds the buffer that typed commands are written into.
+///
+/// The address that typed functions take is not the object's own; protos() gives it:
+/// `fg2_gradients(prototyper.protos(), 0.5, 2)`.
+class Prototyper : public Protos {
+public:
+    bool ownsBuffer = true;  ///< whether the buffer is deleted with the prototyper
+
+    /// Takes the buffer over; it may be null.
+    explicit Prototyper(CommandBuffer* commands);
+
+    /// Writes quick text to the instance, which outlives the prototyper.
+    explicit Prototyper(Instance* instance);
+
+    Prototyper(const Prototyper&) = delete;
+    Prototyper& operator=(const Prototyper&) = delete;
+    virtual ~Prototyper();
+
+    /// @return the first argument of the typed command functions
+    Protos* protos() { return this; }
+};
+
+/// Writes binary blocks to an instance, and can send ready-made text to it.
+class DirectPrototyper : public Prototyper {
+public:
+    explicit DirectPrototyper(Instance* instance);
+    ~DirectPrototyper() override;
+
+    /// Sends text, as it is, to the instance's parser, past the block under construction and its error state.
+    /// @return the parser's result, 0 for success
+    int parse(const char* text);
+};
+
+}  // namespace Zant
+
+#endif
