@@ -1,0 +1,185 @@
+// The general formatters and parsers, evaluated in the defined order.
+#include "own/str2num.h"
+
+#include <climits>
+#include <cmath>
+
+namespace Zant {
+
+namespace {
+
+constexpr double naturalLogarithmOf10 = 2.302585092994046;
+
+// What has no int value (NaN, infinity, out of range) gives the most negative int on every processor.
+int toInt(double v) {
+    return v > INT_MIN - 1.0 && v < INT_MAX + 1.0 ? static_cast<int>(v) : INT_MIN;
+}
+
+int wrapToInt(size_t v) {
+    return static_cast<int>(static_cast<unsigned int>(v));
+}
+
+int negateWrapping(int v) {
+    return wrapToInt(0u - static_cast<unsigned int>(v));
+}
+
+char digitCharacter(size_t digit) {
+    return static_cast<char>(digit < 10 ? '0' + digit : 'A' + (digit - 10));
+}
+
+int digitValue(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'z') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'Z') return c - 'A' + 10;
+    return 127;
+}
+
+void put(char*& out, size_t& room, char c) {
+    *out++ = c;
+    --room;
+}
+
+// The decimal digit of a at the exponent k: 0 the units, 1 the first decimal, -1 the tens.
+int digitAt(double a, int k) {
+    const double t = std::floor(a * std::pow(10.0, k));
+    const signed char digit = static_cast<signed char>(toInt(t - std::floor(t / 10.0) * 10.0 + 0.5));
+    return digit < 0 ? 0 : digit > 9 ? 9 : digit;
+}
+
+void putDigits(double a, int first, int last, char*& out, size_t& room) {
+    for (int k = first; k <= last && room != 0; ++k)
+        put(out, room, static_cast<char>('0' + digitAt(a, k)));
+}
+
+int lastDecimal(double a, int maxDecimals) {
+    int k = maxDecimals;
+    while (k > 0 && digitAt(a, k) == 0)
+        --k;
+    return k;
+}
+
+}  // namespace
+
+void fill_and_minus(char*& out, size_t& room, size_t width, char fill, char minus) {
+    if (fill != 0 && room > width) {
+        for (size_t count = room - width - (minus ? 1 : 0); count != 0; --count)
+            put(out, room, fill);
+    }
+    if (minus && room != 0) put(out, room, '-');
+}
+
+void size_t_2_modulo(size_t v, char* out, size_t& room, char fill, int radix, char minus) {
+    if (room == 0) return;
+    --room;
+    const size_t base = static_cast<size_t>(radix);
+    size_t width = 1;
+    size_t power = 1;
+    for (; v / power >= base; power *= base)
+        ++width;
+    fill_and_minus(out, room, width, fill, minus);
+    for (; power != 0 && room != 0; power /= base) {
+        put(out, room, digitCharacter(v / power));
+        v %= power;
+    }
+    *out = 0;
+}
+
+void int_2_modulo(int v, char* out, size_t& room, char fill, int radix) {
+    const unsigned int magnitude = v < 0 ? 0u - static_cast<unsigned int>(v) : static_cast<unsigned int>(v);
+    size_t_2_modulo(magnitude, out, room, fill, radix, v < 0);
+}
+
+int double_predot_count(double a) {
+    if (a == 0.0) return 1;
+    const int m = toInt(std::log(a) / naturalLogarithmOf10);
+    // -m - 1, which wraps for the most negative int
+    const int above = wrapToInt(~static_cast<unsigned int>(m));
+    const int count = m + (digitAt(a, above) > 0 ? 2 : 1);
+    return count < 1 ? 1 : count;
+}
+
+int _ddigit(double x, int p) {
+    return digitAt(x, wrapToInt(1u - static_cast<unsigned int>(p)));
+}
+
+void double_2_decimal(double x, char* out, size_t& room, int decimals, char fill) {
+    if (room == 0) return;
+    --room;
+    const double a = std::fabs(x);
+    const int whole = double_predot_count(a);
+    const size_t width = static_cast<size_t>(whole) + static_cast<size_t>(decimals) + (decimals != 0 ? 1 : 0);
+    fill_and_minus(out, room, width, fill, x < 0);
+    putDigits(a, 1 - whole, 0, out, room);
+    if (decimals != 0 && room != 0) {
+        put(out, room, '.');
+        putDigits(a, 1, decimals, out, room);
+    }
+    *out = 0;
+}
+
+void double_2_sdecimal(double x, char* out, size_t& room, int decimals, char fill) {
+    double_2_decimal(x, out, room, decimals, fill);
+}
+
+void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char fill) {
+    const double sign = x < 0 ? -1.0 : 1.0;
+    const double a = std::fabs(x);
+    if (maxDecimals <= 0) return double_2_decimal(sign * a, out, room, 0, fill);
+    const double rounded = a + 5.0 * std::pow(10.0, -1.0 - maxDecimals);
+    const int exactLast = lastDecimal(a, maxDecimals);
+    const int roundedLast = lastDecimal(rounded, maxDecimals);
+    if (exactLast > roundedLast) return double_2_decimal(sign * rounded, out, room, roundedLast, fill);
+    double_2_decimal(sign * a, out, room, exactLast, fill);
+}
+
+void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp) {
+    const int exponent = toInt(std::floor(std::log(std::fabs(x)) / naturalLogarithmOf10));
+    // The most negative int stays negative here: 0, infinity and NaN have no exponent form.
+    const bool scientific = (exponent < 0 ? negateWrapping(exponent) : exponent) > maxExp;
+    const size_t before = room;
+    double_2_natural(scientific ? x / std::pow(10.0, exponent) : x, out, room, decimals, 0);
+    if (!scientific || room < 2) return;
+    out += before - 1 - room;
+    *out++ = 'e';
+    int_2_modulo(exponent, out, room, 0, 10);
+}
+
+size_t modulo_2_size_t(const char*& p, int radix) {
+    size_t value = 0;
+    for (int digit; (digit = digitValue(*p)) < radix; ++p) {
+        value = value * static_cast<size_t>(radix) + static_cast<size_t>(digit);
+    }
+    return value;
+}
+
+int modulo_2_int(const char*& p, int radix) {
+    const bool negative = *p == '-';
+    if (negative) ++p;
+    const int value = wrapToInt(modulo_2_size_t(p, radix));
+    return negative ? negateWrapping(value) : value;
+}
+
+double udecimal_2_double(const char*& p) {
+    double value = 0.0;
+    for (int digit; (digit = digitValue(*p)) < 10; ++p)
+        value = value * 10.0 + digit;
+    if (*p == '.') {
+        ++p;
+        int k = 1;
+        for (int digit; (digit = digitValue(*p)) < 10; ++p, ++k)
+            value += digit / std::pow(10.0, k);
+    }
+    if (*p != 'e' && *p != 'E') return value;
+    ++p;
+    if (*p == '+') ++p;
+    return value * std::pow(10.0, modulo_2_int(p, 10));
+}
+
+double sdecimal_2_double(const char*& p) {
+    const bool negative = *p == '-';
+    if (negative) ++p;
+    const double value = udecimal_2_double(p);
+    return negative ? -value : value;
+}
+
+}  // namespace Zant

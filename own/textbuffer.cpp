@@ -1,0 +1,73 @@
+#include "own/textbuffer.h"
+
+#include "own/str2num.h"
+
+namespace Zant {
+
+namespace {
+
+size_t quotedLength(const char* s, char quote) {
+    size_t length = 0;
+    for (; *s; ++s)
+        length += *s == quote ? 2 : 1;
+    return length;
+}
+
+size_t lengthOrNone(const char* s) {
+    return s ? std::strlen(s) : 0;
+}
+
+}  // namespace
+
+void TextBuffer::concat(int v) {
+    char text[12];
+    size_t room = sizeof text;
+    int_2_modulo(v, text, room, 0, 10);
+    concat(text);
+}
+
+void TextBuffer::concat(double v) {
+    char text[23];
+    size_t room = sizeof text;
+    double_2_sci(v, text, room, 8, 5);
+    concat(text);
+}
+
+void TextBuffer::concat(float v) {
+    char text[14];
+    size_t room = sizeof text;
+    double_2_sci(static_cast<double>(v), text, room, 5, 4);
+    concat(text);
+}
+
+void TextBuffer::concatQuotedString(const char* s, char quote) {
+    if (!s) return;
+    char* out = nullptr;
+    const size_t offset = allocBuffer(quotedLength(s, quote));
+    for (out = buffer + offset; *s; ++s) {
+        *out++ = *s;
+        if (*s == quote) *out++ = quote;
+    }
+}
+
+void TextBuffer::addQuotedString(const char* s, char quote) {
+    if (!s) s = "";
+    // All the room at once: what follows can no longer fail halfway.
+    fit(dataSize + lengthOrNone(separator) + quotedLength(s, '"') + 2);
+    separate();
+    append(quote);
+    concatQuotedString(s, '"');
+    append(quote);
+}
+
+TextBuffer& TextBuffer::operator+(const char* s) {
+    const size_t separatorLength = lengthOrNone(separator);
+    const size_t length = std::strlen(s);
+    const size_t offset = allocBuffer(separatorLength + length + 1);
+    if (separatorLength != 0) std::memcpy(buffer + offset, separator, separatorLength);
+    std::memcpy(buffer + offset + separatorLength, s, length + 1);
+    --dataSize;
+    return *this;
+}
+
+}  // namespace Zant
