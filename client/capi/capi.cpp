@@ -1,0 +1,1 @@
+#include "client/records/zant_records.h"
