@@ -1,0 +1,118 @@
+#ifndef ZANT_LANGUAGE_COMMAND_H
+#define ZANT_LANGUAGE_COMMAND_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "client/protos/forms.h"
+#include "client/values/axes.h"
+#include "client/values/coordsys.h"
+#include "client/values/varlen.h"
+#include "client/values/vector.h"
+
+namespace Zant {
+
+/// Where something stands in its input.
+///
+/// Offsets count bytes from the start of the input, from 0. Lines and columns count from 1, columns in bytes. In a
+/// binary block there are no lines: both are 0.
+struct Position {
+    size_t offset = 0;
+    size_t line = 0;
+    size_t column = 0;
+};
+
+/// What a value is. A list has the kind of its items.
+enum class ValueKind : uint8_t { Keyword, Number, String, Vector, Axes, CoordSys, Symbol };
+
+/// @return the kind of value that a place of a form takes
+ValueKind valueKindOf(ArgumentKind place);
+/// @return whether a place of a form takes a list
+bool isListPlace(ArgumentKind place);
+
+/// One value of a command: which of the command's stored items it is. Read it with the accessors of Command.
+struct Value {
+    ValueKind kind = ValueKind::Keyword;
+    bool isList = false;
+    uint32_t first = 0;   ///< index of its first item among the command's items of this kind; for Command itself
+    uint32_t count = 1;   ///< items: 1, or the length of the list
+    uint32_t offset = 0;  ///< bytes from the start of the command to where it stands
+};
+
+/// One command, the same whichever encoding it was read from.
+///
+/// A command has one value for each place of its form, keywords included: values()[k] stands for form->tokens[k].
+/// Numbers are as the places want them: integral where the form says so, 0 or 1 for a truth value. Angles are in
+/// radians. Axes that are the identity have form 0, whatever they were written as. The null text and the empty text
+/// are the same. Registered symbols of a block carry their name.
+///
+/// A command is meant to be used again for the next one: clearing keeps its memory. Texts and items belong to it and
+/// are valid until it is changed.
+class Command {
+public:
+    const Form* form = nullptr;  ///< the form that the command fits; null while it is empty
+    Position position;           ///< where its command word stands
+    std::string_view source;     ///< its text without the ";", valid until the next read; empty for a binary block
+
+    /// @return the spelling of the command word
+    const char* word() const;
+
+    const std::vector<Value>& values() const { return valueList; }
+
+    /// @return the keyword's number in its table, and its spelling
+    int keywordNumber(size_t place) const { return form->tokens[place].number; }
+    const char* keywordText(size_t place) const;
+
+    /// One item of a value, or of a list.
+    double number(const Value& value, size_t item = 0) const { return numberItems[value.first + item].value; }
+    const Vector& vector(const Value& value, size_t item = 0) const { return vectorItems[value.first + item]; }
+    const Axes& axes(const Value& value, size_t item = 0) const { return axesItems[value.first + item]; }
+    const CoordSys& coordSys(const Value& value, size_t item = 0) const { return coordSysItems[value.first + item]; }
+    /// The bytes of a string or the name of a symbol, terminated.
+    const char* text(const Value& value, size_t item = 0) const { return texts.data() + textItems[value.first + item]; }
+
+    /// Items of a list next to each other, as the command buffers take them.
+    VarLenDouble numbers(const Value& value) const;
+    VarLenVector vectors(const Value& value) const;
+    VarLenCoordSys coordSystems(const Value& value) const;
+
+    /// Empties the command and keeps its memory.
+    void clear();
+
+    /// Building: begins the value of the next place, then adds its items, exactly one unless it is a list.
+    void beginValue(ArgumentKind place, size_t offset);
+    void addNumber(double number);
+    void addVector(const Vector& vector);
+    void addAxes(const Axes& axes);
+    void addCoordSys(const CoordSys& coordSys);
+    /// @param text copied; it holds no zero byte
+    void addText(std::string_view text);
+    /// Adds a piece to the text that was added last.
+    void extendText(std::string_view text);
+    /// Drops the values from the given one on, with their items.
+    void truncate(size_t valueCount);
+
+private:
+    void countItem() { ++valueList.back().count; }
+
+    std::vector<Value> valueList;
+    std::vector<Double> numberItems;
+    std::vector<Vector> vectorItems;
+    std::vector<Axes> axesItems;
+    std::vector<CoordSys> coordSysItems;
+    std::vector<size_t> textItems;  // offsets into texts
+    std::string texts;              // each with its terminator
+};
+
+/// @return whether two commands have the same form and the same values.
+/// @param tolerance 0 for exact equality; otherwise how far numbers may be apart, relative to the larger of 1 and
+///        the number. Number text keeps eight decimals: 2e-8 covers one writing. A number that is not finite counts
+///        as 0, as it is written; angles are compared in degrees.
+bool sameCommand(const Command& left, const Command& right, double tolerance = 0);
+
+}  // namespace Zant
+
+#endif

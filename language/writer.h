@@ -1,0 +1,82 @@
+#ifndef ZANT_LANGUAGE_WRITER_H
+#define ZANT_LANGUAGE_WRITER_H
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "client/commands/commandbuffer.h"
+#include "client/symbols/symbol.h"
+#include "language/command.h"
+
+namespace Zant {
+
+/// Writes a command that was read into any command buffer, call by call as a typed command function would.
+///
+/// Symbols are sent by name. Keeps its memory: use one for many commands. Sends nothing of its own, in particular no
+/// deletion of the symbols that it names.
+class CommandReplay {
+public:
+    CommandReplay();
+    ~CommandReplay();
+
+    /// Writes the command and calls parse() of the buffer.
+    void send(const Command& command, CommandBuffer& buffer);
+    /// Writes the command without parse().
+    void write(const Command& command, CommandBuffer& buffer);
+
+private:
+    const Symbol& symbolNamed(const char* name, size_t slot);
+    void writeValue(const Command& command, const Value& value, CommandBuffer& buffer);
+    void writeList(const Command& command, const Value& value, CommandBuffer& buffer);
+
+    std::unique_ptr<CommandBuffer> nowhere;  // what the symbols below send goes there
+    std::deque<Symbol> symbols;
+    std::vector<const Symbol*> symbolList;
+};
+
+/// Writes commands as text that can be read again: plain text with words, or quick text with numbers.
+///
+/// The text is what the client's own text buffers write, but for names of symbols that need quotes and get them.
+/// Plain text written like this is the canonical text of a command.
+class TextWriter {
+public:
+    enum class Form { Plain, Quick };
+
+    explicit TextWriter(Form form = Form::Plain);
+    ~TextWriter();
+
+    /// @return the command with its ";", valid until the next call; it belongs to the writer
+    const char* write(const Command& command);
+
+private:
+    class Buffer;
+    std::unique_ptr<Buffer> buffer;
+    CommandReplay replay;
+};
+
+/// Writes commands as binary blocks, symbols by name.
+class BinaryWriter {
+public:
+    BinaryWriter();
+    ~BinaryWriter();
+
+    /// @return the block, valid until the next call; it belongs to the writer. Padding is zero.
+    const void* write(const Command& command);
+
+    /// @return the length of the block that was written last, in bytes
+    size_t size() const;
+
+private:
+    class Buffer;
+    std::unique_ptr<Buffer> buffer;
+    CommandReplay replay;
+};
+
+/// @return whether a symbol's name can stand bare in text
+bool isBareName(const char* name);
+
+}  // namespace Zant
+
+#endif
