@@ -14,7 +14,7 @@ target_compile_features(zant_settings INTERFACE cxx_std_17 c_std_99)
 # Numbers and geometry are defined operation by operation; a fused multiply-add would change their bits.
 target_compile_options(zant_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off
-    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>
+    $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
     $<$<BOOL:${ZANT_WERROR}>:-Werror>)
 
 # The classes and typed command functions; the folders add their sources.

@@ -1,0 +1,66 @@
+// The library's instances: creating, listing and releasing them.
+#include <memory>
+
+#include "client/engine/instance.h"
+
+namespace Zant {
+
+Instance* Library::createInstanceWithListner(EventListener* listener) {
+    Instance* instance = allocInstance();
+    if (!instance) return nullptr;
+    instance->setEventListener(listener);
+    return initInstance(instance);
+}
+
+Instance* Library::createInstanceWithHandler(void (*function)(ZantEventData*), void* userData) {
+    Instance* instance = allocInstance();
+    if (!instance) return nullptr;
+    instance->setEventHandler(function, userData);
+    return initInstance(instance);
+}
+
+void Library::releaseInstance(Instance* instance) {
+    delete instance;
+}
+
+Instance* Library::allocInstance() {
+    return load(nullptr) ? new Instance(this) : nullptr;
+}
+
+Instance* Library::initInstance(Instance* instance) {
+    if (!instance || !vtables.library->createInstance(instance)) {
+        delete instance;
+        return nullptr;
+    }
+    const MutexLocker locker(instanceMutex);
+    instance->next = instanceList;
+    instanceList = instance;
+    return instance;
+}
+
+void Library::unregister(Instance* instance) {
+    bool empty;
+    {
+        const MutexLocker locker(instanceMutex);
+        Instance** link = &instanceList;
+        while (*link && *link != instance)
+            link = &(*link)->next;
+        if (*link) *link = instance->next;
+        empty = !instanceList;
+    }
+    if (empty) release();
+}
+
+void Library::destroyInstances() {
+    flags |= RELEASING;
+    Instance* instance = instanceList;
+    instanceList = nullptr;
+    while (instance) {
+        Instance* older = instance->next;
+        delete instance;
+        instance = older;
+    }
+    flags &= ~RELEASING;
+}
+
+}  // namespace Zant
