@@ -1,0 +1,133 @@
+#include <algorithm>
+#include <map>
+
+#include "client/protos/generator/writer.h"
+
+namespace Generator {
+namespace {
+
+using Zant::ArgumentKind;
+
+const char* const opening = R"(// Made from client/protos/catalogue by the build; change it there.
+
+#include "client/protos/forms.h"
+
+namespace Zant {
+namespace {
+
+using Kind = ArgumentKind;
+)";
+
+const char* const closing = R"(
+}  // namespace
+
+FormRange<Form> allForms() { return {forms, sizeof forms / sizeof forms[0]}; }
+
+FormRange<Form> formsOf(int command) {
+    constexpr int count = sizeof commands / sizeof commands[0];
+    if (command < 1 || command > count) return {forms, 0};
+    const FormsOfCommand& range = commands[command - 1];
+    return {forms + range.first, range.count};
+}
+
+}  // namespace Zant
+)";
+
+const char* enumerator(ArgumentKind kind) {
+    switch (kind) {
+        case ArgumentKind::Keyword:
+            return "Keyword";
+        case ArgumentKind::Double:
+            return "Double";
+        case ArgumentKind::Int:
+            return "Int";
+        case ArgumentKind::Bool:
+            return "Bool";
+        case ArgumentKind::Unsigned:
+            return "Unsigned";
+        case ArgumentKind::String:
+            return "String";
+        case ArgumentKind::Vector:
+            return "Vector";
+        case ArgumentKind::Axes:
+            return "Axes";
+        case ArgumentKind::CoordSys:
+            return "CoordSys";
+        case ArgumentKind::Symbol:
+            return "Symbol";
+        case ArgumentKind::NewSymbol:
+            return "NewSymbol";
+        case ArgumentKind::BitmapSymbol:
+            return "BitmapSymbol";
+        case ArgumentKind::MeshSymbol:
+            return "MeshSymbol";
+        case ArgumentKind::VertexMapSymbol:
+            return "VertexMapSymbol";
+        case ArgumentKind::DoubleList:
+            return "DoubleList";
+        case ArgumentKind::VectorList:
+            return "VectorList";
+        case ArgumentKind::CoordSysList:
+            return "CoordSysList";
+        case ArgumentKind::SymbolList:
+            return "SymbolList";
+    }
+    return "";
+}
+
+std::string tokenRow(const Token& token) {
+    return std::string("{Kind::") + enumerator(token.kind) + ", " + std::to_string(token.table) + ", " +
+           std::to_string(token.number) + "}, ";
+}
+
+/// One row: function, notation, tokens, their count, command number, parameters, strings, wide function.
+std::string formRow(const CheckedForm& form, int command, size_t firstToken) {
+    const auto parameters =
+        std::count_if(form.tokens.begin(), form.tokens.end(), [](const Token& token) { return !token.isKeyword(); });
+    const bool wide = !form.wideFunction.empty();
+    return "    {\"" + form.function + "\", \"" + form.notation + "\", tokens + " + std::to_string(firstToken) + ", " +
+           std::to_string(form.tokens.size()) + ", " + std::to_string(command) + ", " + std::to_string(parameters) +
+           (wide ? ", true, \"" + form.wideFunction + "\"},\n" : ", false, nullptr},\n");
+}
+
+/// Where the forms of each command word stand, by its number.
+std::string commandRows(const Vocabulary& vocabulary) {
+    std::map<int, std::string> rows;
+    size_t first = 0;
+    for (const CheckedGroup& group : vocabulary.groups) {
+        for (const CheckedCommand& command : group.commands) {
+            rows[command.number] = "{" + std::to_string(first) + ", " + std::to_string(command.forms.size()) + "}";
+            first += command.forms.size();
+        }
+    }
+    std::string text;
+    for (int number = 1; number <= Zant::keywordTables()[0].slots; ++number)
+        text += "    " + (rows.count(number) != 0 ? rows[number] : std::string("{0, 0}")) + ",\n";
+    return text;
+}
+
+}  // namespace
+
+std::string formsText(const Vocabulary& vocabulary) {
+    std::string tokens, forms;
+    size_t tokenCount = 0;
+    for (const CheckedGroup& group : vocabulary.groups) {
+        for (const CheckedCommand& command : group.commands) {
+            for (const CheckedForm& form : command.forms) {
+                forms += formRow(form, command.number, tokenCount);
+                tokens += "    ";
+                for (const Token& token : form.tokens)
+                    tokens += tokenRow(token);
+                tokens += "// " + form.notation + "\n";
+                tokenCount += form.tokens.size();
+            }
+        }
+    }
+    return std::string(opening) + "\nconst FormToken tokens[] = {\n" + tokens + "};\n\nconst Form forms[] = {\n" +
+           forms +
+           "};\n\nstruct FormsOfCommand {\n    size_t first;\n    size_t count;\n};\n\nconst FormsOfCommand commands[] "
+           "= {\n" +
+           commandRows(vocabulary) + "};\n" + closing;
+}
+
+}  // namespace Generator

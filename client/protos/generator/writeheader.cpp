@@ -1,0 +1,109 @@
+#include "client/protos/generator/writer.h"
+
+namespace Generator {
+namespace {
+
+using Zant::ArgumentKind;
+
+const char* const opening = R"(#ifndef ZANT_CLIENT_PROTOS_PROTOS_H
+#define ZANT_CLIENT_PROTOS_PROTOS_H
+
+// Made from client/protos/catalogue by the build; change it there.
+
+#include "client/values/varlen.h"
+
+namespace Zant {
+class Axes;
+class BitmapSymbol;
+class CoordSys;
+class MeshSymbol;
+class Symbol;
+class Vector;
+class VertexMapSymbol;
+}  // namespace Zant
+
+/// The typed command functions: one for each form of every command, twice when it has strings.
+///
+/// A function sends its command through the command buffer of a prototyper and has it parsed; what the engine makes of
+/// it is reported by the buffer. It checks nothing, and sends its arguments in the order of the parameters.
+///
+/// - `protos` is the address of a prototyper's Protos part (Prototyper::protos()), not the prototyper's own. It points
+///   at the word that holds the buffer's address; one thread at a time uses a buffer.
+/// - A name is the command word, the number of parameters behind `protos`, "u" where strings are wide, and the keywords.
+/// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
+/// - Every number reaches the engine as a double; above 2^53 an unsigned long is rounded to the nearest one.
+///
+/// Above each function stands its form as it is sent: keywords, and a letter for each argument. d double, i int, b bool,
+/// u unsigned long, s string; V vector, A axes, C coordinate system; S symbol, N declared symbol, B bitmap, M mesh,
+/// X vertex map; Ld, LV, LC and LS lists.
+)";
+
+const char* parameterType(ArgumentKind kind, bool wide) {
+    switch (kind) {
+        case ArgumentKind::Double:
+            return "double ";
+        case ArgumentKind::Int:
+            return "int ";
+        case ArgumentKind::Bool:
+            return "bool ";
+        case ArgumentKind::Unsigned:
+            return "unsigned long ";
+        case ArgumentKind::String:
+            return wide ? "const wchar_t* " : "const char* ";
+        case ArgumentKind::Vector:
+            return "const Zant::Vector& ";
+        case ArgumentKind::Axes:
+            return "const Zant::Axes& ";
+        case ArgumentKind::CoordSys:
+            return "const Zant::CoordSys& ";
+        case ArgumentKind::NewSymbol:
+            return "Zant::Symbol& ";
+        case ArgumentKind::BitmapSymbol:
+            return "const Zant::BitmapSymbol& ";
+        case ArgumentKind::MeshSymbol:
+            return "const Zant::MeshSymbol& ";
+        case ArgumentKind::VertexMapSymbol:
+            return "const Zant::VertexMapSymbol& ";
+        case ArgumentKind::DoubleList:
+            return "const Zant::VarLenDouble& ";
+        case ArgumentKind::VectorList:
+            return "const Zant::VarLenVector& ";
+        case ArgumentKind::CoordSysList:
+            return "const Zant::VarLenCoordSys& ";
+        case ArgumentKind::SymbolList:
+            return "const Zant::VarLenSymbol& ";
+        default:
+            return "const Zant::Symbol& ";
+    }
+}
+
+void writeCommand(const CheckedCommand& command, std::string& text) {
+    text += "\n/// @name " + command.word + "\n/// @{\n";
+    for (const CheckedForm& form : command.forms) {
+        text += "/// `" + form.notation + "`\n" + signature(form, false) + ";\n";
+        if (!form.wideFunction.empty()) text += "/// `" + form.notation + "`, wide\n" + signature(form, true) + ";\n";
+    }
+    text += "/// @}\n";
+}
+
+}  // namespace
+
+std::string signature(const CheckedForm& form, bool wide) {
+    std::string text = "void " + (wide ? form.wideFunction : form.function) + "(void* protos";
+    for (const Token& token : form.tokens) {
+        if (!token.isKeyword()) text += std::string(", ") + parameterType(token.kind, wide) + token.parameter;
+    }
+    return text + ")";
+}
+
+std::string headerText(const Vocabulary& vocabulary) {
+    std::string text = opening;
+    for (const CheckedGroup& group : vocabulary.groups) {
+        text += "\n// The group " + group.name + ": " + std::to_string(group.functions) + " functions.\n";
+        for (const CheckedCommand& command : group.commands)
+            writeCommand(command, text);
+    }
+    return text + "\n#endif\n";
+}
+
+}  // namespace Generator

@@ -1,0 +1,24 @@
+#ifndef ZANT_CLIENT_PROTOS_GENERATOR_WRITER_H
+#define ZANT_CLIENT_PROTOS_GENERATOR_WRITER_H
+
+#include <string>
+
+#include "client/protos/generator/vocabulary.h"
+
+namespace Generator {
+
+/// The declaration of a form's function, without the final semicolon.
+std::string signature(const CheckedForm& form, bool wide);
+
+/// The public header.
+std::string headerText(const Vocabulary& vocabulary);
+
+/// The functions of one group.
+std::string sourceText(const CheckedGroup& group);
+
+/// The tables behind allForms() and formsOf().
+std::string formsText(const Vocabulary& vocabulary);
+
+}  // namespace Generator
+
+#endif
