@@ -10,6 +10,8 @@ install(DIRECTORY own client DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
 install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/client DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
     FILES_MATCHING PATTERN "*.h")
 
+install(FILES ${ZANT_DESCRIPTION} DESTINATION ${CMAKE_INSTALL_DATADIR}/zant)
+
 set(ZANT_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Zant)
 install(EXPORT ZantTargets NAMESPACE Zant:: DESTINATION ${ZANT_CMAKE_DIR})
 configure_package_config_file(cmake/ZantConfig.cmake.in ${PROJECT_BINARY_DIR}/ZantConfig.cmake

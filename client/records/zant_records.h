@@ -78,18 +78,21 @@ typedef struct ZantTextStorage {
     size_t length; /* in: the capacity in bytes; out: the length that the text needs, without its terminator */
 } ZantTextStorage;
 
+/* The value in an exchange record; its code says which member it is. */
+typedef union ZantExchangeValue {
+    const char* string;        /* code 1 */
+    double number;             /* code 2 */
+    ZantVectorCore vector;     /* code 3 */
+    ZantCoordSysCore coordSys; /* code 3 */
+    ZantAxesCore axes;         /* code 4 */
+    ZantTextStorage text;      /* code 6 */
+    unsigned char bytes[104];
+} ZantExchangeValue;
+
 /* The value exchange record: on a read, the caller sets `type` to the code that it expects, and the engine leaves
  * there the code of what it delivered. Strings that the engine delivers belong to the engine. */
 typedef struct ZantParserExchangeBuffer {
-    union {
-        const char* string;        /* code 1 */
-        double number;             /* code 2 */
-        ZantVectorCore vector;     /* code 3 */
-        ZantCoordSysCore coordSys; /* code 3 */
-        ZantAxesCore axes;         /* code 4 */
-        ZantTextStorage text;      /* code 6 */
-        unsigned char bytes[104];
-    } value;
+    ZantExchangeValue value;
     int32_t type;
 } ZantParserExchangeBuffer;
 ZANT_ASSERT_LAYOUT(ZantParserExchangeBuffer,
