@@ -97,6 +97,7 @@ public:
 
 private:
     void countItem() { ++valueList.back().count; }
+    size_t itemCount(ValueKind kind) const;
 
     std::vector<Value> valueList;
     std::vector<Double> numberItems;

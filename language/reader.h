@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,7 @@
 namespace Zant {
 
 class Grammar;
+class TextParser;
 
 /// Why a command was not understood.
 struct Diagnostic {
@@ -70,6 +72,7 @@ public:
     /// The same, for another vocabulary.
     TextReader(std::string_view text, const Grammar& vocabulary);
     TextReader(TextSource& source, size_t windowSize, const Grammar& vocabulary);
+    ~TextReader();
     TextReader(const TextReader&) = delete;
     TextReader& operator=(const TextReader&) = delete;
 
@@ -81,26 +84,29 @@ public:
     const Diagnostic& diagnostic() const { return failure; }
 
     /// @return the number of bytes behind which reading goes on, for showing progress
-    size_t consumed() const { return base + static_cast<size_t>(cursor - begin); }
+    size_t consumed() const { return offset; }
 
 private:
     bool findEnd();
     bool refill();
-    ReadResult readCommand(Command& command, const char* start, const char* end, bool closed);
+    void closeRest();
+    ReadResult readCommand(Command& command, const char* last);
+    ReadResult failAt(const char* at, const char* message);
+    Position positionOf(const char* at) const;
     void advance(const char* to);
 
+    std::unique_ptr<TextParser> parser;
     const Grammar& grammar;
     TextSource* input = nullptr;
-    std::vector<char> window;  // of a source, and of the last command of a text in memory
-    const char* begin;         // what is there now
-    const char* cursor;        // reading goes on here
-    const char* limit;         // behind what is there now
-    const char* scanned;       // the search for the command's end goes on here
-    bool insideText = false;   // whether scanned stands inside quotes
-    bool ended = false;        // whether there is nothing behind limit
-    size_t base = 0;           // bytes of the input before begin
-    size_t line = 1;           // line of cursor
-    size_t lineStart = 0;      // offset of the first byte of that line
+    std::vector<char> window;       // of a source, and of the last command of a text in memory
+    const char* cursor = nullptr;   // reading goes on here
+    const char* limit = nullptr;    // behind what is there now
+    const char* scanned = nullptr;  // the search for the end of the command goes on here
+    const char* quote = nullptr;    // the quote that scanned stands behind, if it stands inside of quotes
+    bool ended = false;             // whether there is nothing behind limit
+    size_t offset = 0;              // of cursor in the input
+    size_t line = 1;                // of cursor
+    size_t lineStart = 0;           // offset of the first byte of that line
     Diagnostic failure;
 };
 
@@ -139,6 +145,8 @@ public:
     static size_t blockLength(const void* block, size_t limit = SIZE_MAX);
 
 private:
+    ReadResult failAt(size_t offset, const char* message);
+
     const Grammar& grammar;
     SymbolResolver* symbols;
     Diagnostic failure;

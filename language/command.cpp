@@ -1,0 +1,255 @@
+// The store behind a command, and the comparison of two.
+
+#include "language/command.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace Zant {
+
+ValueKind valueKindOf(ArgumentKind place) {
+    switch (place) {
+        case ArgumentKind::Keyword:
+            return ValueKind::Keyword;
+        case ArgumentKind::Double:
+        case ArgumentKind::Int:
+        case ArgumentKind::Bool:
+        case ArgumentKind::Unsigned:
+        case ArgumentKind::DoubleList:
+            return ValueKind::Number;
+        case ArgumentKind::String:
+            return ValueKind::String;
+        case ArgumentKind::Vector:
+        case ArgumentKind::VectorList:
+            return ValueKind::Vector;
+        case ArgumentKind::Axes:
+            return ValueKind::Axes;
+        case ArgumentKind::CoordSys:
+        case ArgumentKind::CoordSysList:
+            return ValueKind::CoordSys;
+        default:
+            return ValueKind::Symbol;
+    }
+}
+
+bool isListPlace(ArgumentKind place) {
+    return place >= ArgumentKind::DoubleList;
+}
+
+const char* Command::word() const {
+    return keywordTables()[0].words[form->command - 1];
+}
+
+const char* Command::keywordText(size_t place) const {
+    const FormToken& token = form->tokens[place];
+    return keywordTables()[token.table].words[token.number - 1];
+}
+
+VarLenDouble Command::numbers(const Value& value) const {
+    return VarLenDouble(numberItems.data() + value.first, value.count);
+}
+
+VarLenVector Command::vectors(const Value& value) const {
+    return VarLenVector(vectorItems.data() + value.first, value.count);
+}
+
+VarLenCoordSys Command::coordSystems(const Value& value) const {
+    return VarLenCoordSys(coordSysItems.data() + value.first, value.count);
+}
+
+void Command::clear() {
+    form = nullptr;
+    source = {};
+    valueList.clear();
+    numberItems.clear();
+    vectorItems.clear();
+    axesItems.clear();
+    coordSysItems.clear();
+    textItems.clear();
+    texts.clear();
+}
+
+void Command::beginValue(ArgumentKind place, size_t offset) {
+    Value value;
+    value.kind = valueKindOf(place);
+    value.isList = isListPlace(place);
+    value.first = static_cast<uint32_t>(itemCount(value.kind));
+    value.count = 0;
+    value.offset = static_cast<uint32_t>(offset);
+    valueList.push_back(value);
+}
+
+size_t Command::itemCount(ValueKind kind) const {
+    switch (kind) {
+        case ValueKind::Keyword:
+            return 0;
+        case ValueKind::Number:
+            return numberItems.size();
+        case ValueKind::Vector:
+            return vectorItems.size();
+        case ValueKind::Axes:
+            return axesItems.size();
+        case ValueKind::CoordSys:
+            return coordSysItems.size();
+        default:
+            return textItems.size();
+    }
+}
+
+void Command::addNumber(double number) {
+    numberItems.emplace_back(number);
+    countItem();
+}
+
+void Command::addVector(const Vector& vector) {
+    vectorItems.push_back(vector);
+    countItem();
+}
+
+void Command::addAxes(const Axes& axes) {
+    axesItems.push_back(axes);
+    countItem();
+}
+
+void Command::addCoordSys(const CoordSys& coordSys) {
+    coordSysItems.push_back(coordSys);
+    countItem();
+}
+
+void Command::addText(std::string_view text) {
+    textItems.push_back(texts.size());
+    texts.append(text);
+    texts.push_back('\0');
+    countItem();
+}
+
+void Command::extendText(std::string_view text) {
+    texts.pop_back();
+    texts.append(text);
+    texts.push_back('\0');
+}
+
+void Command::truncate(size_t valueCount) {
+    while (valueList.size() > valueCount) {
+        const Value& last = valueList.back();
+        switch (last.kind) {
+            case ValueKind::Keyword:
+                break;
+            case ValueKind::Number:
+                numberItems.resize(last.first);
+                break;
+            case ValueKind::Vector:
+                vectorItems.resize(last.first);
+                break;
+            case ValueKind::Axes:
+                axesItems.resize(last.first);
+                break;
+            case ValueKind::CoordSys:
+                coordSysItems.resize(last.first);
+                break;
+            case ValueKind::String:
+            case ValueKind::Symbol:
+                if (last.first < textItems.size()) texts.resize(textItems[last.first]);
+                textItems.resize(last.first);
+                break;
+        }
+        valueList.pop_back();
+    }
+}
+
+namespace {
+
+/// Compares values as text would show them, or exactly.
+class Comparison {
+public:
+    Comparison(const Command& one, const Command& other, double allowed)
+        : left(one), right(other), tolerance(allowed) {}
+
+    bool sameValue(const Value& a, const Value& b) const {
+        if (a.kind != b.kind || a.count != b.count) return false;
+        for (size_t item = 0; item < a.count; ++item) {
+            if (!sameItem(a, b, item)) return false;
+        }
+        return true;
+    }
+
+private:
+    bool sameItem(const Value& a, const Value& b, size_t item) const {
+        switch (a.kind) {
+            case ValueKind::Keyword:
+                return true;
+            case ValueKind::Number:
+                return same(left.number(a, item), right.number(b, item));
+            case ValueKind::Vector:
+                return sameVector(left.vector(a, item), right.vector(b, item));
+            case ValueKind::Axes:
+                return sameAxes(left.axes(a, item), right.axes(b, item));
+            case ValueKind::CoordSys:
+                return sameCoordSys(left.coordSys(a, item), right.coordSys(b, item));
+            default:
+                return std::strcmp(left.text(a, item), right.text(b, item)) == 0;
+        }
+    }
+
+    bool same(double a, double b) const {
+        if (tolerance == 0) return std::memcmp(&a, &b, sizeof a) == 0 || a == b;
+        if (!std::isfinite(a)) a = 0;
+        if (!std::isfinite(b)) b = 0;
+        return std::abs(a - b) <= tolerance * std::max({1.0, std::abs(a), std::abs(b)});
+    }
+
+    bool sameAngle(double a, double b) const {
+        constexpr double pi = 3.141592653589793;
+        return tolerance == 0 ? same(a, b) : same(a * 180.0 / pi, b * 180.0 / pi);
+    }
+
+    bool sameRun(const double* a, const double* b, int count) const {
+        for (int k = 0; k < count; ++k) {
+            if (!same(a[k], b[k])) return false;
+        }
+        return true;
+    }
+
+    bool sameVector(const Vector& a, const Vector& b) const {
+        return a.count == b.count && sameRun(a.values, b.values, a.count);
+    }
+
+    // Angles that are written as 0 make axes the eye.
+    static const ZantAxesCore& withAngles(const ZantAxesCore& axes, AxesHpb& scratch) {
+        return axes.rows == 0 ? scratch : axes;
+    }
+
+    bool sameAxes(const ZantAxesCore& a, const ZantAxesCore& b) const {
+        AxesHpb eye;
+        if (a.rows != 2 && b.rows != 2) return a.rows == b.rows && sameRun(a.m, b.m, 3 * a.rows);
+        const ZantAxesCore& first = withAngles(a, eye);
+        const ZantAxesCore& second = withAngles(b, eye);
+        if (first.rows != second.rows || (tolerance == 0 && a.rows != b.rows)) return false;
+        for (int k = 0; k < 3; ++k) {
+            if (!sameAngle(first.m[k], second.m[k])) return false;
+        }
+        return sameRun(first.m + 3, second.m + 3, 3);
+    }
+
+    bool sameCoordSys(const CoordSys& a, const CoordSys& b) const {
+        return sameRun(a.position, b.position, 3) && sameAxes(a.axes, b.axes);
+    }
+
+    const Command& left;
+    const Command& right;
+    double tolerance;
+};
+
+}  // namespace
+
+bool sameCommand(const Command& left, const Command& right, double tolerance) {
+    if (left.form != right.form || left.values().size() != right.values().size()) return false;
+    const Comparison comparison(left, right, tolerance);
+    for (size_t k = 0; k < left.values().size(); ++k) {
+        if (!comparison.sameValue(left.values()[k], right.values()[k])) return false;
+    }
+    return true;
+}
+
+}  // namespace Zant

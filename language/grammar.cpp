@@ -1,0 +1,153 @@
+// The tree of forms, and the two hash tables through which keywords are found in it.
+
+#include "language/grammar.h"
+
+#include "language/lookup.h"
+
+namespace Zant {
+
+namespace {
+
+size_t hashWord(uint32_t node, std::string_view word) {
+    size_t hash = node * size_t{0x9E3779B97F4A7C15} + word.size();
+    for (const char letter : word)
+        hash = (hash ^ static_cast<unsigned char>(letter)) * size_t{0x100000001B3};
+    return hash ^ (hash >> 29);
+}
+
+size_t hashNumber(uint32_t node, uint64_t number) {
+    const size_t hash = (node * size_t{0x9E3779B97F4A7C15}) ^ (number * size_t{0xC2B2AE3D27D4EB4F});
+    return hash ^ (hash >> 31);
+}
+
+}  // namespace
+
+Grammar::Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables) : keywordTables(tables) {
+    nodes.emplace_back();
+    for (const Form& form : forms)
+        insert(form);
+    buildIndex();
+    findAmbiguities();
+}
+
+const Grammar& Grammar::vocabulary() {
+    static const Grammar grammar(allForms(), Zant::keywordTables());
+    return grammar;
+}
+
+void Grammar::insert(const Form& form) {
+    Node node = follow(root, {ArgumentKind::Keyword, 0, form.command}, form);
+    for (uint16_t k = 0; k < form.tokenCount; ++k)
+        node = follow(node, form.tokens[k], form);
+    if (nodes[node].form) {
+        found.sameSequence.push_back(&form);
+    } else {
+        nodes[node].form = &form;
+    }
+}
+
+Grammar::Node Grammar::follow(Node node, const FormToken& token, const Form& form) {
+    const bool isKeyword = token.kind == ArgumentKind::Keyword;
+    uint32_t* link = isKeyword ? &nodes[node].firstKeyword : &nodes[node].firstArgument;
+    while (*link != none) {
+        const Step& step = steps[*link];
+        if (step.kind == token.kind && step.table == token.table && step.number == token.number) break;
+        link = &steps[*link].next;
+    }
+    const Node to = *link != none ? steps[*link].to : addStep(node, token, *link);
+    const Form*& shortest = nodes[to].shortest;
+    if (!shortest || form.tokenCount < shortest->tokenCount) shortest = &form;
+    return to;
+}
+
+Grammar::Node Grammar::addStep(Node node, const FormToken& token, uint32_t& link) {
+    const Node to = static_cast<Node>(nodes.size());
+    link = static_cast<uint32_t>(steps.size());  // before the vectors grow: the link lies in one of them
+    const uint32_t step = link;
+    steps.push_back({token.kind, token.table, token.number, node, to, none});
+    nodes.emplace_back();
+    nodes[to].parentStep = step;
+    return to;
+}
+
+const char* Grammar::wordOf(const Step& step) const {
+    return keywordTables[step.table].words[step.number - 1];
+}
+
+// The first free slot of the run that starts at the hash.
+uint32_t& Grammar::slotOf(std::vector<uint32_t>& index, size_t hash) const {
+    const size_t mask = index.size() - 1;
+    size_t slot = hash & mask;
+    while (index[slot] != none)
+        slot = (slot + 1) & mask;
+    return index[slot];
+}
+
+void Grammar::buildIndex() {
+    size_t size = 16;
+    while (size < steps.size() * 2)
+        size *= 2;
+    wordIndex.assign(size, none);
+    numberIndex.assign(size, none);
+    for (uint32_t k = 0; k < steps.size(); ++k) {
+        const Step& step = steps[k];
+        if (step.kind != ArgumentKind::Keyword) continue;
+        const bool hidden = byWord(step.from, wordOf(step)) != none || byNumber(step.from, step.number) != none;
+        if (hidden) found.sameKeyword.push_back(nodes[step.to].shortest);
+        slotOf(wordIndex, hashWord(step.from, wordOf(step))) = k;
+        slotOf(numberIndex, hashNumber(step.from, step.number)) = k;
+    }
+}
+
+void Grammar::findAmbiguities() {
+    for (const NodeData& node : nodes) {
+        if (node.firstArgument == none) continue;
+        if (node.firstKeyword != none) found.keywordOrArgument.push_back(node.shortest);
+        if (steps[node.firstArgument].next != none) found.severalKinds.push_back(node.shortest);
+    }
+}
+
+Grammar::Node Grammar::byWord(Node node, std::string_view word) const {
+    const size_t mask = wordIndex.size() - 1;
+    for (size_t slot = hashWord(node, word) & mask; wordIndex[slot] != none; slot = (slot + 1) & mask) {
+        const Step& step = steps[wordIndex[slot]];
+        if (step.from == node && wordOf(step) == word) return step.to;
+    }
+    return none;
+}
+
+Grammar::Node Grammar::byNumber(Node node, uint64_t number) const {
+    const size_t mask = numberIndex.size() - 1;
+    for (size_t slot = hashNumber(node, number) & mask; numberIndex[slot] != none; slot = (slot + 1) & mask) {
+        const Step& step = steps[numberIndex[slot]];
+        if (step.from == node && step.number == number) return step.to;
+    }
+    return none;
+}
+
+void Grammar::offerKeywords(Node node, NearestWord& search) const {
+    for (uint32_t k = nodes[node].firstKeyword; k != none; k = steps[k].next)
+        search.offer(wordOf(steps[k]));
+}
+
+std::string Grammar::keywordPath(Node node) const {
+    std::string path;
+    while (node != root) {
+        const Step& step = steps[nodes[node].parentStep];
+        if (step.kind == ArgumentKind::Keyword) path = wordOf(step) + (path.empty() ? "" : " " + path);
+        node = step.from;
+    }
+    return path;
+}
+
+int Grammar::argumentCount(Node node) const {
+    int count = 0;
+    while (node != root) {
+        const Step& step = steps[nodes[node].parentStep];
+        if (step.kind != ArgumentKind::Keyword) ++count;
+        node = step.from;
+    }
+    return count;
+}
+
+}  // namespace Zant

@@ -1,0 +1,102 @@
+#ifndef ZANT_LANGUAGE_GRAMMAR_H
+#define ZANT_LANGUAGE_GRAMMAR_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "client/protos/forms.h"
+
+namespace Zant {
+
+class NearestWord;
+
+/// The forms of a vocabulary as one tree, in which a command is followed item by item.
+///
+/// A node is what has been read so far; the root is the empty command, and its keywords are the command words. From a
+/// node lead keywords, found by word or by number, and arguments, by kind. Where a word or number could be two
+/// keywords of two tables, and where two forms are the same sequence, the first one in the order of the forms holds.
+/// Since it is a tree, a reader that tries every way visits each node at most once.
+class Grammar {
+public:
+    using Node = uint32_t;
+    static constexpr Node root = 0;
+    static constexpr Node none = UINT32_MAX;
+
+    /// Both ranges must outlive the grammar. The table of command words is at index 0.
+    Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables);
+
+    /// The vocabulary of the engine, made on first use.
+    static const Grammar& vocabulary();
+
+    /// @return the node behind a keyword, or none
+    Node byWord(Node node, std::string_view word) const;
+    Node byNumber(Node node, uint64_t number) const;
+
+    /// @return the form that ends here, or null
+    const Form* formAt(Node node) const { return nodes[node].form; }
+    /// @return the form with the fewest places that goes through here
+    const Form* shortestForm(Node node) const { return nodes[node].shortest; }
+
+    bool hasKeywords(Node node) const { return nodes[node].firstKeyword != none; }
+    /// The arguments that may follow: for (step = firstArgument(node); step != none; step = nextArgument(step))
+    uint32_t firstArgument(Node node) const { return nodes[node].firstArgument; }
+    uint32_t nextArgument(uint32_t step) const { return steps[step].next; }
+    ArgumentKind kindOf(uint32_t step) const { return steps[step].kind; }
+    Node target(uint32_t step) const { return steps[step].to; }
+
+    /// Offers every keyword that may follow.
+    void offerKeywords(Node node, NearestWord& search) const;
+    /// @return the command word and the keywords up to here: "fg gradients"
+    std::string keywordPath(Node node) const;
+    /// @return the number of arguments up to here
+    int argumentCount(Node node) const;
+
+    /// What a reader could take for something else: pairs of forms with the same sequence, keywords that stand beside
+    /// an argument, words and numbers that two tables share at one place, and arguments of two kinds at one place.
+    struct Ambiguities {
+        std::vector<const Form*> sameSequence;       // forms that an earlier form hides
+        std::vector<const Form*> sameKeyword;        // shortest forms behind a keyword that an earlier one hides
+        std::vector<const Form*> keywordOrArgument;  // shortest forms through such a node
+        std::vector<const Form*> severalKinds;       // the same
+    };
+    const Ambiguities& ambiguities() const { return found; }
+
+private:
+    struct NodeData {
+        const Form* form = nullptr;
+        const Form* shortest = nullptr;
+        uint32_t firstKeyword = none;
+        uint32_t firstArgument = none;
+        uint32_t parentStep = none;
+    };
+    struct Step {
+        ArgumentKind kind;
+        uint8_t table;
+        uint16_t number;
+        Node from;
+        Node to;
+        uint32_t next;
+    };
+
+    void insert(const Form& form);
+    Node follow(Node node, const FormToken& token, const Form& form);
+    Node addStep(Node node, const FormToken& token, uint32_t& link);
+    void buildIndex();
+    void findAmbiguities();
+    const char* wordOf(const Step& step) const;
+    uint32_t& slotOf(std::vector<uint32_t>& index, size_t hash) const;
+
+    FormRange<KeywordTable> keywordTables;
+    std::vector<NodeData> nodes;
+    std::vector<Step> steps;
+    std::vector<uint32_t> wordIndex;    // open addressing, power of two, steps by node and word
+    std::vector<uint32_t> numberIndex;  // the same by node and number
+    Ambiguities found;
+};
+
+}  // namespace Zant
+
+#endif

@@ -1,0 +1,53 @@
+#ifndef ZANT_LANGUAGE_MISMATCH_H
+#define ZANT_LANGUAGE_MISMATCH_H
+
+#include <cstddef>
+#include <string>
+
+#include "language/grammar.h"
+#include "language/reader.h"
+
+namespace Zant {
+
+/// How an input failed to be a command. Readers keep the one that stands furthest into the forms.
+enum class Problem : unsigned char {
+    UnknownCommand,
+    UnknownKeyword,
+    WrongArgument,  // something else stands where the argument should
+    BadArgument,    // the argument is damaged: see detail
+    NoSeparator,    // see detail
+    TooFew,
+    TooMany
+};
+
+struct Mismatch {
+    Problem problem = Problem::UnknownCommand;
+    int depth = -1;                      // items of the command in front of it
+    Grammar::Node node = Grammar::root;  // what was read until then
+    ArgumentKind expected = ArgumentKind::Keyword;
+    size_t offset = 0;  // from the start of the command
+    const char* detail = nullptr;
+
+    /// Takes the other one over if it stands further in.
+    void keepDeeper(const Mismatch& other) {
+        if (other.depth > depth) *this = other;
+    }
+};
+
+/// Fills in message and suggestion.
+/// @param found what stands there instead, in words: "a vector", "'lihgt'"
+/// @param word the word that was not found in a table; empty if it was none
+void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string& found, const std::string& word,
+             Diagnostic& diagnostic);
+
+/// Brings a number into the shape that its place wants: integral, in range.
+/// Number text is cut and its reading rounds, so that integers may come back slightly off.
+/// @return false when the place does not take this number
+bool fitNumber(ArgumentKind place, double& number);
+
+/// The longest name of a symbol, in bytes.
+constexpr size_t longestName = 127;
+
+}  // namespace Zant
+
+#endif

@@ -1,0 +1,361 @@
+// Parsing of one command in text: the way through the forms, and the notation of every kind of argument.
+
+#include "language/textparser.h"
+
+#include <cstring>
+
+#include "language/characters.h"
+#include "own/str2num.h"
+
+namespace Zant {
+
+namespace {
+
+// A bare word or name ends at white space or at a mark; the ";" behind the command is one.
+const char* endOfWord(const char* word) {
+    while (!isCharacter(*word, Space | Delimiter))
+        ++word;
+    return word;
+}
+
+double radians(double degrees) {
+    return degrees * 3.141592653589793 / 180.0;
+}
+
+}  // namespace
+
+bool TextParser::parse(const char* first, const char* last, Command& target) {
+    command = &target;
+    command->clear();
+    deepest = Mismatch();
+    start = here = first;
+    end = last;
+    const Grammar::Node node = readKeyword(Grammar::root);
+    if (node != Grammar::none) return walk(node, 0);
+    note(Problem::UnknownCommand, Grammar::root, 0, start);
+    return false;
+}
+
+// Goes on behind an item. The forms are a tree, so that each of its nodes is visited at most once, whatever the text.
+bool TextParser::walk(Grammar::Node node, int depth) {
+    const char* const behind = here;
+    skipSpace();
+    if (here == end) {
+        command->form = grammar.formAt(node);
+        if (!command->form) note(Problem::TooFew, node, depth + 1, here);
+        return command->form != nullptr;
+    }
+    const bool separated = *here == ',' || (depth == 0 && here != behind);
+    if (!separated) {
+        complaint = depth == 0 ? "white space" : "',' or ';'";
+        note(Problem::NoSeparator, node, depth + 1, here);
+        return false;
+    }
+    if (*here == ',') ++here;
+    skipSpace();
+
+    if (grammar.hasKeywords(node) && walkKeyword(node, depth)) return true;
+    uint32_t step = grammar.firstArgument(node);
+    if (step == Grammar::none && !grammar.hasKeywords(node)) note(Problem::TooMany, node, depth + 1, here);
+    for (; step != Grammar::none; step = grammar.nextArgument(step)) {
+        if (walkArgument(node, depth, step)) return true;
+    }
+    return false;
+}
+
+bool TextParser::walkKeyword(Grammar::Node node, int depth) {
+    const char* const item = here;
+    const Grammar::Node target = readKeyword(node);
+    if (target == Grammar::none) {
+        if (grammar.firstArgument(node) == Grammar::none) note(Problem::UnknownKeyword, node, depth + 1, item);
+        here = item;
+        return false;
+    }
+    command->beginValue(ArgumentKind::Keyword, static_cast<size_t>(item - start));
+    if (walk(target, depth + 1)) return true;
+    command->truncate(static_cast<size_t>(depth));
+    here = item;
+    return false;
+}
+
+bool TextParser::walkArgument(Grammar::Node node, int depth, uint32_t step) {
+    const char* const item = here;
+    const ArgumentKind kind = grammar.kindOf(step);
+    command->beginValue(kind, static_cast<size_t>(item - start));
+    complaint = nullptr;
+    if (readArgument(kind)) {
+        if (walk(grammar.target(step), depth + 1)) return true;
+    } else {
+        note(complaint ? Problem::BadArgument : Problem::WrongArgument, node, depth + 1, complaint ? here : item, kind);
+    }
+    command->truncate(static_cast<size_t>(depth));
+    here = item;
+    return false;
+}
+
+Grammar::Node TextParser::readKeyword(Grammar::Node node) {
+    if (*here != '[') {
+        const char* const word = here;
+        here = endOfWord(word);
+        return grammar.byWord(node, {word, static_cast<size_t>(here - word)});
+    }
+    const char* digits = here + 1;
+    const uint64_t number = modulo_2_size_t(digits, 10);
+    constexpr int longest = 9;  // digits that cannot wrap
+    if (*digits != ']' || digits - here > longest + 1) return Grammar::none;
+    here = digits + 1;
+    return grammar.byNumber(node, number);
+}
+
+bool TextParser::readArgument(ArgumentKind kind) {
+    return isListPlace(kind) ? readList(kind) : readItem(kind);
+}
+
+bool TextParser::readList(ArgumentKind kind) {
+    if (here == end || *here == ',') return true;  // nothing at all is the empty list
+    if (!take('{')) return readItem(kind);
+    skipSpace();
+    if (take('}')) return true;
+    while (true) {
+        if (!readItem(kind)) return fail(complaint ? complaint : "the list holds something else");
+        skipSpace();
+        if (take('}')) return true;
+        if (!take(',')) return fail("expected ',' or '}'");
+        skipSpace();
+    }
+}
+
+bool TextParser::readItem(ArgumentKind kind) {
+    switch (valueKindOf(kind)) {
+        case ValueKind::Number:
+            return readCheckedNumber(kind);
+        case ValueKind::String: {
+            size_t length = 0;
+            return readQuoted(length);
+        }
+        case ValueKind::Vector:
+            return readVector();
+        case ValueKind::Axes: {
+            ZantAxesCore axes{};
+            if (!readAxes(axes)) return false;
+            command->addAxes(Axes::isEye(axes) ? Axes() : Axes(axes));
+            return true;
+        }
+        case ValueKind::CoordSys:
+            return readCoordSys();
+        default:
+            return readSymbol();
+    }
+}
+
+bool TextParser::readNumber(double& number) {
+    const char* digit = here + (*here == '-');
+    if (!isCharacter(*digit, Digit) && *digit != '.') return false;
+    number = sdecimal_2_double(here);
+    return true;
+}
+
+bool TextParser::readCheckedNumber(ArgumentKind kind) {
+    double number = 0;
+    if (!readNumber(number) || !fitNumber(kind, number)) return false;
+    command->addNumber(number);
+    return true;
+}
+
+// Numbers in parentheses.
+bool TextParser::readRow(double* values, int minimum, int maximum, int& count) {
+    if (!take('(')) return false;
+    for (count = 0;;) {
+        skipSpace();
+        if (count == maximum) return fail("too many numbers in parentheses");
+        if (!readNumber(values[count])) return fail("expected a number in the parentheses");
+        ++count;
+        skipSpace();
+        if (take(')')) break;
+        if (!take(',')) return fail("expected ',' or ')'");
+    }
+    return count >= minimum || fail("too few numbers in parentheses");
+}
+
+bool TextParser::readVector() {
+    ZantVectorCore vector{};
+    if (!readRow(vector.values, 1, 4, vector.count)) return false;
+    command->addVector(vector);
+    return true;
+}
+
+bool TextParser::readAxes(ZantAxesCore& axes) {
+    if (*here == '<') return readAngles(axes);
+    constexpr std::string_view word = "axes";
+    if (static_cast<size_t>(endOfWord(here) - here) != word.size() ||
+        std::memcmp(here, word.data(), word.size()) != 0) {
+        return false;
+    }
+    here += word.size();
+    skipSpace();
+    return readRows(axes);
+}
+
+bool TextParser::readAngles(ZantAxesCore& axes) {
+    axes = AxesHpb();
+    take('<');
+    skipSpace();
+    if (!take('>')) {
+        for (int k = 0; k < 3; ++k) {
+            if (k != 0 && !take(',')) return fail("expected three angles");
+            skipSpace();
+            if (!readNumber(axes.m[k])) return fail("expected an angle in degrees");
+            axes.m[k] = radians(axes.m[k]);
+            skipSpace();
+        }
+        if (!take('>')) return fail("expected '>'");
+    }
+    const char* const behind = here;
+    skipSpace();
+    if (take('*')) return readScales(axes);
+    here = behind;
+    return true;
+}
+
+// One scale for all three axes, or three.
+bool TextParser::readScales(ZantAxesCore& axes) {
+    skipSpace();
+    int count = 0;
+    if (!readRow(axes.m + 3, 1, 3, count)) return fail(complaint ? complaint : "expected scales in parentheses");
+    if (count == 2) return fail("expected one scale or three");
+    if (count == 1) axes.m[4] = axes.m[5] = axes.m[3];
+    return true;
+}
+
+// Rows as they stand in the record; angles are in degrees here too.
+bool TextParser::readRows(ZantAxesCore& axes) {
+    if (!take('(')) return fail("expected '('");
+    axes.rows = 0;
+    do {
+        skipSpace();
+        if (axes.rows == 3) return fail("axes have at most three rows");
+        int count = 0;
+        if (!readRow(axes.m + 3 * axes.rows, 3, 3, count)) {
+            return fail(complaint ? complaint : "expected a row of three numbers");
+        }
+        ++axes.rows;
+        skipSpace();
+    } while (take(','));
+    if (!take(')')) return fail("expected ',' or ')'");
+    for (int k = 0; axes.rows == 2 && k < 3; ++k)
+        axes.m[k] = radians(axes.m[k]);
+    return true;
+}
+
+bool TextParser::readCoordSys() {
+    ZantCoordSysCore coordSys{};
+    double values[3];
+    int count = 0;
+    if (!readRow(values, 3, 3, count)) return false;
+    std::memcpy(coordSys.position, values, sizeof values);
+    skipSpace();
+    if (!take('@')) return fail("expected '@' and axes behind the position");
+    skipSpace();
+    if (!readAxes(coordSys.axes)) return fail(complaint ? complaint : "expected axes behind '@'");
+    if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
+    command->addCoordSys(coordSys);
+    return true;
+}
+
+bool TextParser::readQuoted(size_t& length) {
+    if (*here != '"') return false;
+    const char* piece = here + 1;
+    for (bool first = true;; first = false) {
+        const auto* close = static_cast<const char*>(std::memchr(piece, '"', static_cast<size_t>(end - piece)));
+        if (!close) return fail("the text is not closed");
+        const bool doubled = close[1] == '"';
+        const size_t size = static_cast<size_t>(close - piece) + doubled;
+        if (std::memchr(piece, '\0', size)) return fail("the text holds a zero byte");
+        first ? command->addText({piece, size}) : command->extendText({piece, size});
+        length += size;
+        piece = close + 1 + doubled;
+        if (!doubled) break;
+    }
+    here = piece;
+    return true;
+}
+
+bool TextParser::readSymbol() {
+    size_t length = 0;
+    if (*here == '"') {
+        if (!readQuoted(length)) return false;
+        if (length == 0) return fail("the name is empty");
+    } else {
+        const char* const name = here;
+        length = static_cast<size_t>(endOfWord(name) - name);
+        if (length == 0) return false;
+        command->addText({name, length});
+        here += length;
+    }
+    return length <= longestName || fail("the name is longer than 127 bytes");
+}
+
+bool TextParser::fail(const char* why) {
+    complaint = why;
+    return false;
+}
+
+void TextParser::note(Problem problem, Grammar::Node node, int depth, const char* at, ArgumentKind expected) {
+    Mismatch mismatch;
+    mismatch.problem = problem;
+    mismatch.depth = depth;
+    mismatch.node = node;
+    mismatch.expected = expected;
+    mismatch.offset = static_cast<size_t>(at - start);
+    mismatch.detail = complaint;
+    deepest.keepDeeper(mismatch);
+}
+
+void TextParser::skipSpace() {
+    while (isCharacter(*here, Space))
+        ++here;
+}
+
+bool TextParser::take(char character) {
+    if (*here != character) return false;
+    ++here;
+    return true;
+}
+
+std::string TextParser::foundWord() const {
+    const char* const at = start + deepest.offset;
+    constexpr size_t longest = 60;  // of a word that a message repeats
+    size_t length = static_cast<size_t>(endOfWord(at) - at);
+    if (length > longest) return {};
+    std::string word(at, length);
+    for (char& letter : word) {
+        if (static_cast<unsigned char>(letter) < ' ' || letter == 0x7F) letter = '?';
+    }
+    return word;
+}
+
+std::string TextParser::found() const {
+    const char* const at = start + deepest.offset;
+    if (at == end) return "the end of the command";
+    switch (*at) {
+        case '"':
+            return "a text";
+        case '{':
+            return "a list";
+        case '<':
+            return "axes";
+        case ',':
+            return "nothing";
+        case '(': {
+            const auto* close = static_cast<const char*>(std::memchr(at, ')', static_cast<size_t>(end - at)));
+            return close && close[1] == '@' ? "a coordinate system" : "a vector";
+        }
+        default:
+            break;
+    }
+    const std::string word = foundWord();
+    if (word.empty()) return std::string("'") + (*at > ' ' && *at != 0x7F ? *at : '?') + "'";
+    return "'" + word + "'";
+}
+
+}  // namespace Zant
