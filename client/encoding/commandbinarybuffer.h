@@ -45,15 +45,21 @@ public:
     void addVarLenSymbol(const VarLenSymbol& list) override;
 
 private:
+    ResizableBuffer block;  ///< its data ends at a multiple of 8 between any two items
+
+    /// Makes room for a number of words behind the data, and takes none of it.
+    /// @return where they start
+    char* room(size_t words);
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
     void addAxesCore(const ZantAxesCore& axes);
+    void restart();
 
-    /// Reserves whole words at the next multiple of 8.
-    /// @return where they start
-    char* words(size_t count);
-
-    ResizableBuffer block;
+    void addItem(const Double& item) { addDouble(item.value); }
+    void addItem(const Vector& item) { addVector(item); }
+    void addItem(const AxesHpb& item) { addAxes(item); }
+    void addItem(const CoordSys& item) { addCoordSys(item); }
+    void addItem(const Symbol* item) { addSymbol(*item); }
 };
 
 }  // namespace Zant

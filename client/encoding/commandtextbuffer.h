@@ -2,6 +2,7 @@
 #define ZANT_CLIENT_ENCODING_COMMANDTEXTBUFFER_H
 
 #include "client/commands/commandbuffer.h"
+#include "client/engine/tables.h"
 #include "own/textbuffer.h"
 
 namespace Zant {
@@ -15,8 +16,9 @@ namespace Zant {
 /// While there is an error, parse() sends nothing and the text stays: once the error is cleared, the next parse()
 /// sends everything that was held back as one text. A command abandoned without parse() stays in front of the next.
 class CommandTextBuffer : public CommandBuffer {
+    TextBuffer text;
+
 public:
-    TextBuffer text;     ///< the command being written; its separator is the one that the next item needs
     bool quick = false;  ///< keywords as numbers in brackets instead of words
 
     explicit CommandTextBuffer(Instance* owner);
@@ -59,9 +61,49 @@ public:
     const char* getTerminatedBuffer();
 
 protected:
+    CommandTextBuffer(Instance* owner, bool numbers);
+
     /// Sends the text, unless there is an error.
-    void send(const char* source, int mode);
+    void send(const char* source, ParseMode mode);
+
+private:
+    /// Makes room for the pending separator and one item, and writes the separator.
+    /// @return where the item starts
+    char* begin(size_t room) {
+        text.fit(text.dataSize + room + 1);
+        char* const out = text.buffer + text.dataSize;
+        if (!text.separator) return out;
+        *out = *text.separator;  // every separator of the language is one character
+        return out + 1;
+    }
+
+    /// Ends the item, and sets the separator for the next one.
+    void end(const char* position, const char* separator) {
+        text.dataSize = static_cast<size_t>(position - text.buffer);
+        text.separator = separator;
+    }
+
+    void addItem(const Double& item) { addDouble(item.value); }
+    void addItem(const Vector& item) { addVector(item); }
+    void addItem(const AxesHpb& item) { addAxes(item); }
+    void addItem(const CoordSys& item) { addCoordSys(item); }
+    void addItem(const Symbol* item) { addSymbol(*item); }
 };
+
+template <class T>
+void CommandTextBuffer::addVarLen(const VarLenTemplate<T>& list) {
+    const bool braces = list.count >= 2;
+    char* out = begin(1);
+    if (braces) *out++ = '{';
+    end(out, nullptr);
+    for (size_t i = 0; i < list.count; ++i) {
+        addItem(list.items[i]);
+    }
+    text.separator = nullptr;
+    out = begin(1);
+    if (braces) *out++ = '}';
+    end(out, ",");
+}
 
 /// The same with keywords as numbers, for the parser's quick mode: `[46],[6],0.5,2;`
 class CommandQuickTextBuffer : public CommandTextBuffer {

@@ -1,6 +1,7 @@
 #ifndef ZANT_CLIENT_SYMBOLS_VERTEXMAP_H
 #define ZANT_CLIENT_SYMBOLS_VERTEXMAP_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "client/symbols/symbol.h"
@@ -23,33 +24,75 @@ public:
     int getSamples() const { return record->samples; }
 
     /// @return the row's first value, or null when the map holds doubles
-    float* getRowFloatPtr(unsigned long row) const;
+    float* getRowFloatPtr(unsigned long row) const { return isDouble ? nullptr : floats() + index(row, 0, 0); }
     /// @return the row's first value, or null when the map holds floats
-    double* getRowDoublePtr(unsigned long row) const;
+    double* getRowDoublePtr(unsigned long row) const { return isDouble ? doubles() + index(row, 0, 0) : nullptr; }
 
-    float getValueFloat(unsigned long row, int component, int sample) const;
-    double getValueDouble(unsigned long row, int component, int sample) const;
+    float getValueFloat(unsigned long row, int component, int sample) const {
+        return get<float>(index(row, component, sample));
+    }
+    double getValueDouble(unsigned long row, int component, int sample) const {
+        return get<double>(index(row, component, sample));
+    }
 
     /// Stores one value. Note the order: the value stands between the component and the sample.
-    void setValue(unsigned long row, int component, float value, int sample) const;
-    void setValue(unsigned long row, int component, double value, int sample) const;
+    void setValue(unsigned long row, int component, float value, int sample) const {
+        set(index(row, component, sample), value);
+    }
+    void setValue(unsigned long row, int component, double value, int sample) const {
+        set(index(row, component, sample), value);
+    }
 
     /// Copies the components of one sample out of the map.
-    void getRow(unsigned long row, float* out, int sample) const;
-    void getRow(unsigned long row, double* out, int sample) const;
+    void getRow(unsigned long row, float* out, int sample) const { read(index(row, 0, sample), out); }
+    void getRow(unsigned long row, double* out, int sample) const { read(index(row, 0, sample), out); }
 
     /// Copies the components of one sample into the map.
-    void setRow(unsigned long row, const float* in, int sample) const;
-    void setRow(unsigned long row, const double* in, int sample) const;
+    void setRow(unsigned long row, const float* in, int sample) const { write(index(row, 0, sample), in); }
+    void setRow(unsigned long row, const double* in, int sample) const { write(index(row, 0, sample), in); }
 
 private:
-    /// Counts in elements, the product of dimension and samples in 32 bits as the engine forms it.
-    size_t index(unsigned long row, int component, int sample) const {
-        const int rowLength = record->dimension * record->samples;
-        return row * static_cast<size_t>(rowLength) + static_cast<size_t>(sample * record->dimension + component);
-    }
     float* floats() const { return static_cast<float*>(record->values); }
     double* doubles() const { return static_cast<double*>(record->values); }
+
+    /// Counts in values; the products inside a row are formed in 32 bits, as the engine forms them.
+    size_t index(unsigned long row, int component, int sample) const {
+        const int rowLength = record->dimension * record->samples;
+        return row * static_cast<size_t>(rowLength) + static_cast<size_t>(sample * record->dimension) +
+               static_cast<size_t>(component);
+    }
+
+    template <class Value>
+    Value get(size_t at) const {
+        return isDouble ? static_cast<Value>(doubles()[at]) : static_cast<Value>(floats()[at]);
+    }
+
+    template <class Value>
+    void set(size_t at, Value value) const {
+        if (isDouble) {
+            doubles()[at] = static_cast<double>(value);
+        } else {
+            floats()[at] = static_cast<float>(value);
+        }
+    }
+
+    template <class Value>
+    void read(size_t at, Value* out) const {
+        isDouble ? copy(doubles() + at, out) : copy(floats() + at, out);
+    }
+
+    template <class Value>
+    void write(size_t at, const Value* in) const {
+        isDouble ? copy(in, doubles() + at) : copy(in, floats() + at);
+    }
+
+    /// The components of one sample.
+    template <class From, class To>
+    void copy(const From* from, To* to) const {
+        for (int i = 0, count = record->dimension; i < count; ++i) {
+            to[i] = static_cast<To>(from[i]);
+        }
+    }
 };
 
 /// A vertex map of the engine, filled by command or through direct().

@@ -1,0 +1,226 @@
+#include "client/encoding/commandtextbuffer.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "client/engine/instance.h"
+#include "client/symbols/symbol.h"
+#include "own/str2num.h"
+
+namespace Zant {
+
+namespace {
+
+constexpr double pi = 3.141592653589793;
+
+/// The most that one number takes, its terminator included: at most eight decimals, an exponent beyond 10^5.
+constexpr size_t numberRoom = 23;
+constexpr size_t integerRoom = 12;
+/// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
+constexpr size_t vectorRoom = 4 * (numberRoom + 1) + 2;
+constexpr size_t axesRoom = 9 * (numberRoom + 1) + 16;
+
+char* put(char* out, char c) {
+    *out = c;
+    return out + 1;
+}
+
+char* put(char* out, const char* characters, size_t length) {
+    std::memcpy(out, characters, length);
+    return out + length;
+}
+
+char* putNumber(char* out, double value) {
+    size_t room = numberRoom;
+    double_2_sci(value, out, room, 8, 5);
+    return out + (numberRoom - 1 - room);
+}
+
+char* putInteger(char* out, int value) {
+    size_t room = integerRoom;
+    int_2_modulo(value, out, room, 0, 10);
+    return out + (integerRoom - 1 - room);
+}
+
+/// Numbers with commas between them; at least one.
+char* putNumbers(char* out, const double* values, int count) {
+    out = putNumber(out, values[0]);
+    for (int i = 1; i < count; ++i) {
+        out = putNumber(put(out, ','), values[i]);
+    }
+    return out;
+}
+
+/// Numbers in brackets.
+char* putTuple(char* out, const double* values, int count) {
+    return put(putNumbers(put(out, '('), values, count), ')');
+}
+
+char* putAngles(char* out, const double* radians) {
+    if (radians[0] == 0 && radians[1] == 0 && radians[2] == 0) return out;
+    const double degrees[3] = {radians[0] * 180.0 / pi, radians[1] * 180.0 / pi, radians[2] * 180.0 / pi};
+    return putNumbers(out, degrees, 3);
+}
+
+char* putScales(char* out, const double* scales) {
+    if (scales[0] == 1 && scales[1] == 1 && scales[2] == 1) return out;
+    const bool uniform = scales[0] == scales[1] && scales[1] == scales[2];
+    return putTuple(put(out, '*'), scales, uniform ? 1 : 3);
+}
+
+char* putRows(char* out, const double* values, int rows) {
+    out = put(out, "axes(", 5);
+    for (int row = 0; row < std::min(rows, 3); ++row) {
+        if (row > 0) out = put(out, ',');
+        out = putTuple(out, values + 3 * row, 3);
+    }
+    return put(out, ')');
+}
+
+/// The notation of an orientation; the form of the record decides which.
+char* putAxes(char* out, const ZantAxesCore& axes) {
+    if (axes.rows != 2) return Axes::isEye(axes) ? put(out, "<>", 2) : putRows(out, axes.m, axes.rows);
+    out = put(putAngles(put(out, '<'), axes.m), '>');
+    return putScales(out, axes.m + 3);
+}
+
+/// The characters with every double quote doubled.
+char* putDoubled(char* out, const char* text, size_t length) {
+    const char* const end = text + length;
+    while (const void* found = std::memchr(text, '"', static_cast<size_t>(end - text))) {
+        const char* const behind = static_cast<const char*>(found) + 1;
+        out = put(put(out, text, static_cast<size_t>(behind - text)), '"');
+        text = behind;
+    }
+    return put(out, text, static_cast<size_t>(end - text));
+}
+
+}  // namespace
+
+// ---- CommandTextBuffer ----------------------------------------------------------------------------------------------
+
+CommandTextBuffer::CommandTextBuffer(Instance* owner) : CommandTextBuffer(owner, false) {}
+
+CommandTextBuffer::CommandTextBuffer(Instance* owner, bool numbers) : CommandBuffer(owner), quick(numbers) {}
+
+CommandTextBuffer::~CommandTextBuffer() = default;
+
+void CommandTextBuffer::parse() {
+    send("CommandTextBuffer", ParseText);
+}
+
+void CommandTextBuffer::send(const char* source, ParseMode mode) {
+    if (errorCode != 0) return;
+    error(instance->parse(getTerminatedBuffer(), source, mode));
+}
+
+void CommandTextBuffer::generateAutoname(Symbol& symbol, char* name) {
+    encode(reinterpret_cast<size_t>(&symbol), name, quick ? 60 : 16);
+}
+
+void CommandTextBuffer::addEnum(int number, const char* word) {
+    if (quick || !word) return addEnumQuick(number);
+    const size_t length = std::strlen(word);
+    const char* const next = text.separator ? "," : " ";
+    end(put(begin(length), word, length), next);
+}
+
+void CommandTextBuffer::addEnumQuick(int number) {
+    const char* const next = quick || text.separator ? "," : " ";
+    char* const out = put(begin(integerRoom + 2), '[');
+    end(put(putInteger(out, number), ']'), next);
+}
+
+void CommandTextBuffer::addDouble(double value) {
+    end(putNumber(begin(numberRoom), value), ",");
+}
+
+void CommandTextBuffer::addString(const char* string) {
+    if (!string) string = "";
+    const size_t length = std::strlen(string);
+    const auto quotes = static_cast<size_t>(std::count(string, string + length, '"'));
+    char* const out = put(begin(length + quotes + 2), '"');
+    end(put(putDoubled(out, string, length), '"'), ",");
+}
+
+void CommandTextBuffer::addVector(const Vector& vector) {
+    end(putTuple(begin(vectorRoom), vector.values, std::min(vector.count, 4)), ",");
+}
+
+void CommandTextBuffer::addAxes(const Axes& axes) {
+    end(putAxes(begin(axesRoom), axes), ",");
+}
+
+void CommandTextBuffer::addCoordSys(const CoordSys& coordSys) {
+    char* const out = putTuple(begin(vectorRoom + axesRoom), coordSys.position, 3);
+    end(putAxes(put(out, '@'), coordSys.axes), ",");
+}
+
+void CommandTextBuffer::addSymbol(const Symbol& symbol) {
+    const size_t length = std::strlen(symbol.name);
+    end(put(begin(length), symbol.name, length), ",");
+}
+
+void CommandTextBuffer::addVarLenDouble(const VarLenDouble& list) {
+    addVarLen(list);
+}
+
+void CommandTextBuffer::addVarLenVector(const VarLenVector& list) {
+    addVarLen(list);
+}
+
+void CommandTextBuffer::addVarLenAxes(const VarLenAxes& list) {
+    addVarLen(list);
+}
+
+void CommandTextBuffer::addVarLenCoordSys(const VarLenCoordSys& list) {
+    addVarLen(list);
+}
+
+void CommandTextBuffer::addVarLenSymbol(const VarLenSymbol& list) {
+    addVarLen(list);
+}
+
+void CommandTextBuffer::addAxesCore(const ZantAxesCore& axes) {
+    text.fit(text.dataSize + axesRoom);
+    end(putAxes(text.buffer + text.dataSize, axes), text.separator);
+}
+
+void CommandTextBuffer::setCommandSeparator() {
+    text.separator = quick || text.separator ? "," : " ";
+}
+
+void CommandTextBuffer::setArgumentSeparator() {
+    text.separator = ",";
+}
+
+const char* CommandTextBuffer::getTerminatedBuffer() {
+    text.concat(";");
+    return text;
+}
+
+// ---- CommandQuickTextBuffer -----------------------------------------------------------------------------------------
+
+CommandQuickTextBuffer::CommandQuickTextBuffer(Instance* owner) : CommandTextBuffer(owner, true) {}
+
+CommandQuickTextBuffer::~CommandQuickTextBuffer() = default;
+
+void CommandQuickTextBuffer::parse() {
+    send("CommandQuickTextBuffer", ParseQuickText);
+}
+
+void CommandQuickTextBuffer::addEnum(int number, const char*) {
+    addEnumQuick(number);
+}
+
+// ---- CommandOfflineBuffer -------------------------------------------------------------------------------------------
+
+CommandOfflineBuffer::CommandOfflineBuffer(Instance* owner) : CommandTextBuffer(owner) {}
+
+CommandOfflineBuffer::~CommandOfflineBuffer() = default;
+
+void CommandOfflineBuffer::parse() {
+    parseOffline(getTerminatedBuffer());
+}
+
+}  // namespace Zant

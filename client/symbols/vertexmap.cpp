@@ -1,0 +1,60 @@
+#include "client/symbols/vertexmap.h"
+
+#include "client/commands/commandbuffer.h"
+#include "client/engine/instance.h"
+#include "client/protos/enums.h"
+
+namespace Zant {
+
+namespace {
+
+constexpr int vertexMapCommand = 87;
+constexpr int vertex2dCommand = 88;
+constexpr int vertex3dCommand = 89;
+constexpr int vertexDataCommand = 90;
+constexpr int fixedSizeType = 1;
+
+/// The engine's information integer that says, in bit 0, whether vertex maps hold doubles.
+constexpr int vertexMapInformation = 1;
+
+}  // namespace
+
+void VertexMapSymbol::registerSymbol(int dimension, unsigned long size, int samples) {
+    info = {};
+    buffer->addKeyword(Enums::cmd_strings, vertexMapCommand);
+    buffer->addSymbol(*this);
+    buffer->addDouble(dimension);
+    if (size != 0) {
+        buffer->addKeyword(Enums::vertexMapTypes_strings, fixedSizeType);
+        buffer->addDouble(static_cast<double>(size));
+        buffer->addDouble(samples);
+    }
+    buffer->parse();
+    Symbol::registerSymbol(HandleVertexMap, nullptr);
+    refreshDirectLink();
+}
+
+void VertexMapSymbol::refreshDirectLink() {
+    // The engine's handle of a vertex map is the address of its record.
+    info.record = reinterpret_cast<ZantVertexMapRecord*>(handle);
+    if (!info.record) return;
+    info.isDouble = (buffer->instance->library->getInfoInt(vertexMapInformation) & 1) != 0;
+}
+
+void VertexMapSymbol::data(unsigned long row, const Vector& vector) {
+    buffer->addKeyword(Enums::cmd_strings, vector.count == 2 ? vertex2dCommand : vertex3dCommand);
+    buffer->addSymbol(*this);
+    buffer->addDouble(static_cast<double>(row));
+    buffer->addVector(vector);
+    buffer->parse();
+}
+
+void VertexMapSymbol::data(unsigned long row, const VarLenDouble& list) {
+    buffer->addKeyword(Enums::cmd_strings, vertexDataCommand);
+    buffer->addSymbol(*this);
+    buffer->addDouble(static_cast<double>(row));
+    buffer->addVarLenDouble(list);
+    buffer->parse();
+}
+
+}  // namespace Zant
