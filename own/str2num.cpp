@@ -1,14 +1,24 @@
-// The general formatters and parsers, evaluated in the defined order.
+// The general formatters and parsers, evaluated in the defined order, with powers of ten from a table.
 #include "own/str2num.h"
 
 #include <climits>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#include "own/decimaltables.h"
+#include "own/numbertext.h"
 
 namespace Zant {
 
 namespace {
 
 constexpr double naturalLogarithmOf10 = 2.302585092994046;
+constexpr double largestExact = 1LL << 53;
+
+double powerOfTen(int k) {
+    return DecimalTables::get().power(k);
+}
 
 // What has no int value (NaN, infinity, out of range) gives the most negative int on every processor.
 int toInt(double v) {
@@ -41,7 +51,10 @@ void put(char*& out, size_t& room, char c) {
 
 // The decimal digit of a at the exponent k: 0 the units, 1 the first decimal, -1 the tens.
 int digitAt(double a, int k) {
-    const double t = std::floor(a * std::pow(10.0, k));
+    const double product = a * powerOfTen(k);
+    // The literal formula gives just this below 2^53, where no quotient is rounded up to an integer.
+    if (product >= 0 && product < largestExact) return static_cast<int>(static_cast<uint64_t>(product) % 10);
+    const double t = std::floor(product);
     const signed char digit = static_cast<signed char>(toInt(t - std::floor(t / 10.0) * 10.0 + 0.5));
     return digit < 0 ? 0 : digit > 9 ? 9 : digit;
 }
@@ -51,8 +64,26 @@ void putDigits(double a, int first, int last, char*& out, size_t& room) {
         put(out, room, static_cast<char>('0' + digitAt(a, k)));
 }
 
+// Copies 2 to quickNumberRoom bytes, each at least once.
+void copyShort(char* to, const char* from, size_t n) {
+    if (n >= 16) {
+        std::memcpy(to + n - 16, from + n - 16, 16);
+        std::memcpy(to, from, 16);
+    } else if (n >= 8) {
+        std::memcpy(to + n - 8, from + n - 8, 8);
+        std::memcpy(to, from, 8);
+    } else if (n >= 4) {
+        std::memcpy(to + n - 4, from + n - 4, 4);
+        std::memcpy(to, from, 4);
+    } else {
+        std::memcpy(to + n - 2, from + n - 2, 2);
+        std::memcpy(to, from, 2);
+    }
+}
+
 int lastDecimal(double a, int maxDecimals) {
-    int k = maxDecimals;
+    // Further places have an infinite power, and so the digit 0.
+    int k = maxDecimals < DecimalTables::highestPower ? maxDecimals : DecimalTables::highestPower;
     while (k > 0 && digitAt(a, k) == 0)
         --k;
     return k;
@@ -125,7 +156,7 @@ void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char f
     const double sign = x < 0 ? -1.0 : 1.0;
     const double a = std::fabs(x);
     if (maxDecimals <= 0) return double_2_decimal(sign * a, out, room, 0, fill);
-    const double rounded = a + 5.0 * std::pow(10.0, -1.0 - maxDecimals);
+    const double rounded = a + 5.0 * powerOfTen(-1 - maxDecimals);
     const int exactLast = lastDecimal(a, maxDecimals);
     const int roundedLast = lastDecimal(rounded, maxDecimals);
     if (exactLast > roundedLast) return double_2_decimal(sign * rounded, out, room, roundedLast, fill);
@@ -133,11 +164,18 @@ void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char f
 }
 
 void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp) {
+    char text[quickNumberRoom];
+    const size_t length = quickNumberText(x, text, decimals, maxExp);
+    if (length != 0 && length < room) {
+        copyShort(out, text, length + 1);
+        room -= length + 1;
+        return;
+    }
     const int exponent = toInt(std::floor(std::log(std::fabs(x)) / naturalLogarithmOf10));
     // The most negative int stays negative here: 0, infinity and NaN have no exponent form.
     const bool scientific = (exponent < 0 ? negateWrapping(exponent) : exponent) > maxExp;
     const size_t before = room;
-    double_2_natural(scientific ? x / std::pow(10.0, exponent) : x, out, room, decimals, 0);
+    double_2_natural(scientific ? x / powerOfTen(exponent) : x, out, room, decimals, 0);
     if (!scientific || room < 2) return;
     out += before - 1 - room;
     *out++ = 'e';
@@ -167,12 +205,12 @@ double udecimal_2_double(const char*& p) {
         ++p;
         int k = 1;
         for (int digit; (digit = digitValue(*p)) < 10; ++p, ++k)
-            value += digit / std::pow(10.0, k);
+            value += digit / powerOfTen(k);
     }
     if (*p != 'e' && *p != 'E') return value;
     ++p;
     if (*p == '+') ++p;
-    return value * std::pow(10.0, modulo_2_int(p, 10));
+    return value * powerOfTen(modulo_2_int(p, 10));
 }
 
 double sdecimal_2_double(const char*& p) {

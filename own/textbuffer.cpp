@@ -1,5 +1,6 @@
 #include "own/textbuffer.h"
 
+#include "own/numbertext.h"
 #include "own/str2num.h"
 
 namespace Zant {
@@ -27,16 +28,22 @@ void TextBuffer::concat(int v) {
 }
 
 void TextBuffer::concat(double v) {
-    char text[23];
-    size_t room = sizeof text;
-    double_2_sci(v, text, room, 8, 5);
-    concat(text);
+    concatNumber(v, 23, 8, 5);
 }
 
 void TextBuffer::concat(float v) {
-    char text[14];
-    size_t room = sizeof text;
-    double_2_sci(static_cast<double>(v), text, room, 5, 4);
+    concatNumber(static_cast<double>(v), 14, 5, 4);
+}
+
+void TextBuffer::concatNumber(double v, size_t room, int decimals, int maxExp) {
+    if (bufferSize - dataSize >= quickNumberRoom) {
+        const size_t length = quickNumberText(v, buffer + dataSize, decimals, maxExp);
+        dataSize += length;
+        if (length != 0) return;
+    }
+    // The growth rule goes by the length of the text, which is not known before it is formed.
+    char text[quickNumberRoom];
+    double_2_sci(v, text, room, decimals, maxExp);
     concat(text);
 }
 

@@ -62,6 +62,9 @@ public:
     }
 
     const char* separator = nullptr;  ///< written before the next item, null for none; not owned
+
+private:
+    void concatNumber(double v, size_t room, int decimals, int maxExp);
 };
 
 }  // namespace Zant
