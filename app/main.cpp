@@ -1,0 +1,21 @@
+// The command-line host: drives an engine with command files, checks and converts them, and explains the vocabulary.
+
+#include "app/program.h"
+
+int main(int argc, char** argv) {
+    CLI::App program{"Drives a Zant engine from the command line.", "zant"};
+    program.set_version_flag("--version", ZANT_VERSION);
+    program.require_subcommand(1);
+    int exitCode = Zant::App::Fine;
+    Zant::App::addRun(program, exitCode);
+    Zant::App::addProbe(program, exitCode);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? Zant::App::Fine : Zant::App::WrongUsage;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zant: %s\n", error.what());
+        return Zant::App::InputHasErrors;
+    }
+    return exitCode;
+}

@@ -1,0 +1,115 @@
+// zant probe: explains, step by step, why an engine loads or does not.
+
+#include <dlfcn.h>
+#include <fmt/core.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+
+#include "app/program.h"
+#include "client/engine/library.h"
+
+namespace Zant::App {
+namespace {
+
+void say(const char* step, const std::string& finding) {
+    fmt::print("{:<12} {}\n", step, finding);
+    std::fflush(stdout);
+}
+
+void probeDirectory(const std::string& directory) {
+    say("directory", directory.empty() ? "(none: the platform's own search)" : directory);
+    if (directory.empty() || directory.back() == '/') return;
+    say("", fmt::format("has no final separator, and none is inserted: did you mean {}/ ?", directory));
+}
+
+/// Opens one name with immediate binding, so that a missing symbol is found here and not at its first call.
+void* tryName(const std::string& name) {
+    void* handle = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle) {
+        say("file", name + ": opened, every symbol is there");
+        return handle;
+    }
+    const std::string reason = dlerror();
+    void* lazy = dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    say("file", fmt::format("{}: {}", name, reason));
+    if (!lazy) return nullptr;
+    say("", "opens with lazy binding all the same: a call of what is missing would end the host");
+    dlclose(lazy);
+    return nullptr;
+}
+
+bool probeEntryPoint(void* handle) {
+    const bool found = dlsym(handle, "zant3_init") != nullptr;
+    say("entry point", found ? "zant3_init found" : "zant3_init is missing: this is not an engine");
+    return found;
+}
+
+bool probeTables(const Library& library) {
+    const Vtables& tables = library.vtables;
+    const bool complete = tables.library && tables.mt && tables.bitmap && tables.raytrace && tables.parser;
+    say("tables", complete ? "all five are there" : "not all five are there");
+    return complete;
+}
+
+bool probeInstance(Library& library) {
+    Instance* instance = library.createInstance();
+    say("instance", instance ? "created and released" : "the engine refuses to create one");
+    library.releaseInstance(instance);
+    return instance != nullptr;
+}
+
+/// Loads as a host does. The library object dies here, inside the child.
+bool probeLoading(const std::string& directory) {
+    Library library(nullptr);
+    library.flags = 0;
+    if (!library.load(directory.c_str())) {
+        say("version", "0: the engine opened but reports that it is not usable");
+        return false;
+    }
+    say("version", fmt::format("library API version {}", library.getLibApiVersion()));
+    const bool usable = probeTables(library) && probeInstance(library);
+    library.release();
+    library.unload();
+    return usable;
+}
+
+int probeInChild(const std::string& directory) {
+    probeDirectory(directory);
+    void* handle = tryName(directory + "zant3" ZANT_ENGINE_SUFFIX);
+    if (!handle) handle = tryName(directory + "zant3d" ZANT_ENGINE_SUFFIX);
+    if (!handle || !probeEntryPoint(handle)) return EngineNotLoaded;
+    dlclose(handle);
+    return probeLoading(directory) ? Fine : EngineNotLoaded;
+}
+
+/// An engine that crashes takes the child with it, not the program.
+int probe(const std::string& directory) {
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child < 0) throw std::runtime_error("cannot start the probing process");
+    if (child == 0) {
+        const int code = probeInChild(directory);
+        std::fflush(nullptr);
+        _exit(code);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (WIFSIGNALED(status)) say("crash", fmt::format("the engine died: {}", strsignal(WTERMSIG(status))));
+    const bool fine = WIFEXITED(status) && WEXITSTATUS(status) == Fine;
+    say("result", fine ? "the engine loads" : "the engine does not load");
+    return fine ? Fine : EngineNotLoaded;
+}
+
+}  // namespace
+
+void addProbe(CLI::App& program, int& exitCode) {
+    auto* command = program.add_subcommand("probe", "Say, step by step, why an engine loads or does not");
+    auto directory = std::make_shared<std::string>();
+    command->add_option("DIR", *directory, "Directory of the engine file, with its final separator")->required();
+    command->callback([directory, &exitCode] { exitCode = probe(*directory); });
+}
+
+}  // namespace Zant::App
