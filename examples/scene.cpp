@@ -3,8 +3,8 @@
 //
 // usage: scene LOOPBACK_DIRECTORY      (with its final separator)
 
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -81,7 +81,8 @@ void drive(Instance* instance, const std::string& encoding) {
 
 /// What the engine understood, as the text of its transcript.
 std::string understood(const char* engine, const std::string& encoding) {
-    const std::string transcript = std::string(std::tmpnam(nullptr)) + "." + encoding;
+    const auto transcript = std::filesystem::temp_directory_path() / ("zant_scene_" + encoding + ".zant");
+    std::filesystem::remove(transcript);
     setenv("ZANT_LOOPBACK_TRANSCRIPT", transcript.c_str(), 1);
     Library library(engine);
     Instance* instance = library.createInstance();
@@ -90,7 +91,7 @@ std::string understood(const char* engine, const std::string& encoding) {
     library.releaseInstance(instance);
     std::ifstream file(transcript);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
-    std::remove(transcript.c_str());
+    std::filesystem::remove(transcript);
     return text;
 }
 
