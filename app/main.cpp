@@ -7,8 +7,9 @@ int main(int argc, char** argv) {
     program.set_version_flag("--version", ZANT_VERSION);
     program.require_subcommand(1);
     int exitCode = Zant::App::Fine;
-    Zant::App::addRun(program, exitCode);
-    Zant::App::addProbe(program, exitCode);
+    for (const auto add : {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms,
+                           Zant::App::addDecode, Zant::App::addProbe})
+        add(program, exitCode);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -13,6 +13,10 @@ enum ExitCode { Fine = 0, InputHasErrors = 1, WrongUsage = 2, EngineNotLoaded = 
 /// Each subcommand adds itself to the program; when it is the one called, it leaves its exit code in `exitCode`.
 void addRun(CLI::App& program, int& exitCode);
 void addProbe(CLI::App& program, int& exitCode);
+void addCheck(CLI::App& program, int& exitCode);
+void addConvert(CLI::App& program, int& exitCode);
+void addForms(CLI::App& program, int& exitCode);
+void addDecode(CLI::App& program, int& exitCode);
 
 }  // namespace Zant::App
 

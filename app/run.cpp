@@ -6,8 +6,8 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "app/progress.h"
 #include "app/program.h"
+#include "app/progress.h"
 #include "app/session.h"
 
 namespace Zant::App {
@@ -24,7 +24,8 @@ struct Options {
 
 /// One parse call.
 bool send(Instance& instance, const std::string& text, const std::string& source) {
-    return instance.library->vtables.parser->parse(instance.parserContext, text.c_str(), source.c_str(), ParseText) == 0;
+    return instance.library->vtables.parser->parse(instance.parserContext, text.c_str(), source.c_str(), ParseText) ==
+           0;
 }
 
 /// Sends a file in pieces that end at the end of a command; `line` is where each one begins.
@@ -34,7 +35,8 @@ bool sendInPieces(Instance& instance, std::ifstream& file, const std::string& na
     bool quoted = false;
     std::string piece;
     for (std::string row; std::getline(file, row);) {
-        for (const char c : row) quoted ^= c == '"';
+        for (const char c : row)
+            quoted ^= c == '"';
         piece += row;
         piece += '\n';
         ++line;
@@ -68,7 +70,8 @@ std::string describe(const ZantAxesCore& axes) {
 
 std::string describe(const ZantVectorCore& vector) {
     std::string text = "(";
-    for (int i = 0; i < vector.count; ++i) text += fmt::format(i ? ", {}" : "{}", vector.values[i]);
+    for (int i = 0; i < vector.count; ++i)
+        text += fmt::format(i ? ", {}" : "{}", vector.values[i]);
     return text + ")";
 }
 
@@ -99,9 +102,11 @@ int run(const Options& options) {
     }
     bool fine = true;
     Progress progress;
-    for (const std::string& file : options.files) fine &= runFile(*session.instance(), file, progress);
+    for (const std::string& file : options.files)
+        fine &= runFile(*session.instance(), file, progress);
     progress.finish();
-    for (const std::string& name : options.values) fmt::print("{} = {}\n", name, readBack(*session.instance(), name));
+    for (const std::string& name : options.values)
+        fmt::print("{} = {}\n", name, readBack(*session.instance(), name));
     return fine ? Fine : InputHasErrors;
 }
 
@@ -113,7 +118,9 @@ void addRun(CLI::App& program, int& exitCode) {
     command->add_option("--engine", options->engine, "Directory of the engine file (default: the loopback engine)");
     command->add_option("--value", options->values, "Read a declared value back when the files are done (repeatable)")
         ->allow_extra_args(false);
-    command->add_option("FILE", options->files, "Command files, sent in this order")->required()->check(CLI::ExistingFile);
+    command->add_option("FILE", options->files, "Command files, sent in this order")
+        ->required()
+        ->check(CLI::ExistingFile);
     command->callback([options, &exitCode] { exitCode = run(*options); });
 }
 

@@ -24,7 +24,9 @@ std::string loopbackDirectory() {
     return (program.parent_path() / ZANT_LOOPBACK_FROM_BIN).lexically_normal().string();
 }
 
-TextListener* ConsoleListener::createTextListner() { return new ConsoleText; }
+TextListener* ConsoleListener::createTextListner() {
+    return new ConsoleText;
+}
 
 Session::Session(const std::string& directory) : engine(nullptr) {
     const std::string from = directory.empty() ? loopbackDirectory() : directory;

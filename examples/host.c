@@ -84,7 +84,8 @@ int main(int argc, char** argv) {
         fprintf(stderr, "host: the engine refuses an instance\n");
         return 3;
     }
-    for (int i = 2; i < argc; ++i) code |= parseFile(instance, argv[i]);
+    for (int i = 2; i < argc; ++i)
+        code |= parseFile(instance, argv[i]);
     readValuesBack(instance);
     ZantLibraryReleaseInstance(instance);
     ZantLibraryUnload();

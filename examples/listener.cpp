@@ -54,7 +54,8 @@ int main(int argc, char** argv) {
         return 3;
     }
     int code = 0;
-    for (int i = 2; i < argc; ++i) code |= parseFile(*instance, argv[i]);
+    for (int i = 2; i < argc; ++i)
+        code |= parseFile(*instance, argv[i]);
     // The last instance takes the engine with it: it was loaded for the first one.
     library->releaseInstance(instance);
     std::cout << "engine unloaded: " << (library->isLoaded() ? "no" : "yes") << "\n";

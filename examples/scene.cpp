@@ -63,7 +63,8 @@ void buildScene(Protos* p, CommandBuffer& buffer) {
     addLights(p, buffer, symbols);
     render0(p);
     // The symbols go last declared, first deleted.
-    while (!symbols.empty()) symbols.pop_back();
+    while (!symbols.empty())
+        symbols.pop_back();
 }
 
 void drive(Instance* instance, const std::string& encoding) {

@@ -1,0 +1,49 @@
+// zant forms: a command's forms with the function names.
+
+#include <fmt/core.h>
+
+#include "app/program.h"
+#include "language/lookup.h"
+
+namespace Zant::App {
+namespace {
+
+constexpr const char* letters =
+    "d number, i integer, b truth value, u unsigned, s text, V vector, A axes, C coordinate system, S symbol, N symbol "
+    "declared,\nB bitmap, M mesh, X vertex map, Ld LV LC LS lists; with the suffix u behind the number, a function "
+    "takes "
+    "wide strings\n";
+
+/// The twin with wide strings: the name with a u behind its number.
+std::string wideName(const std::string& name) {
+    const size_t keywords = std::min(name.find('_'), name.size());
+    return name.substr(0, keywords) + "u" + name.substr(keywords);
+}
+
+int showForms(const std::string& word) {
+    const auto forms = findForms(word);
+    if (forms.empty()) {
+        const char* nearest = nearestCommandWord(word);
+        fmt::print(stderr, "zant forms: no command and no function has '{}'", word);
+        fmt::print(stderr, nearest ? ", did you mean '{}'?\n" : "\n", nearest ? nearest : "");
+        return InputHasErrors;
+    }
+    for (const Form* form : forms) {
+        fmt::print("{:<60} {}", form->notation, form->function);
+        if (form->hasStrings) fmt::print("  {}", wideName(form->function));
+        fmt::print("\n");
+    }
+    fmt::print("\n{} forms. {}", forms.size(), letters);
+    return Fine;
+}
+
+}  // namespace
+
+void addForms(CLI::App& program, int& exitCode) {
+    auto* command = program.add_subcommand("forms", "Show a command's forms with the function names");
+    auto word = std::make_shared<std::string>();
+    command->add_option("WORD", *word, "A command word, or a part of a function name")->required();
+    command->callback([word, &exitCode] { exitCode = showForms(*word); });
+}
+
+}  // namespace Zant::App
