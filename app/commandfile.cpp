@@ -34,7 +34,7 @@ CommandFile::CommandFile(const std::string& fileName)
     head.resize(std::fread(head.data(), 1, lengthWord, file));
     binary = head.find('\0') != std::string::npos;
     progress.start(name, fileSize(file));
-    if (!binary) text = std::make_unique<TextReader>(*this);
+    if (!binary) text = std::make_unique<TextReader>(static_cast<TextSource&>(*this));
 }
 
 CommandFile::~CommandFile() {

@@ -64,15 +64,13 @@ bool probeInstance(Library& library) {
 /// Loads as a host does. The library object dies here, inside the child.
 bool probeLoading(const std::string& directory) {
     Library library(nullptr);
-    library.flags = 0;
-    if (!library.load(directory.c_str())) {
-        say("version", "0: the engine opened but reports that it is not usable");
+    if (!library.loadExplicitly(directory.c_str())) {
+        say("version", library.getLoadError());
         return false;
     }
     say("version", fmt::format("library API version {}", library.getLibApiVersion()));
     const bool usable = probeTables(library) && probeInstance(library);
-    library.release();
-    library.unload();
+    library.unloadExplicitly();
     return usable;
 }
 

@@ -77,14 +77,12 @@ std::string describe(const ZantVectorCore& vector) {
 
 /// Reads a declared value back, whatever its type is: the engine leaves the code of what it delivers.
 std::string readBack(Instance& instance, const std::string& name) {
-    const ParserFunctionsVtable& parser = *instance.library->vtables.parser;
-    uint64_t registered = 0;
-    void* handle = parser.findObject(instance.parserContext, name.c_str(), &registered, HandleValue, nullptr);
+    void* handle = instance.findObject(name.c_str(), HandleValue);
     if (!handle) return "no such value";
     for (const int type : {ZantValueNumber, ZantValueString, ZantValueVector, ZantValueAxes}) {
         ZantParserExchangeBuffer record{};
         record.type = type;
-        parser.getValue(instance.parserContext, handle, &record);
+        instance.getValue(handle, &record);
         if (record.type != type) continue;
         if (type == ZantValueNumber) return fmt::format("{}", record.value.number);
         if (type == ZantValueString) return record.value.string ? record.value.string : "";

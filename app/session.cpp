@@ -31,8 +31,7 @@ TextListener* ConsoleListener::createTextListner() {
 Session::Session(const std::string& directory) : engine(nullptr) {
     const std::string from = directory.empty() ? loopbackDirectory() : directory;
     if (!engine.load(from.c_str())) {
-        failure = DllLastError();
-        if (failure.empty()) failure = from + ": the file is no usable engine";
+        failure = engine.getLoadError();
         return;
     }
     live = engine.createInstanceWithListner(&console);

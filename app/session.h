@@ -3,7 +3,9 @@
 
 #include <string>
 
-#include "client/zant.h"
+#include "client/engine/instance.h"
+#include "client/engine/library.h"
+#include "client/listeners/linkedlisteners.h"
 
 namespace Zant::App {
 

@@ -35,15 +35,13 @@ class Session {
 public:
     /// Loads the engine of a directory, given with its final separator; null keeps the library's own.
     explicit Session(const char* directory) : engine(getLibrary(nullptr)) {
-        // The engine stays when an instance count drops to zero: the session decides when it goes.
-        engine->flags &= ~Library::AUTO_UNLOAD;
-        loaded = engine->load(directory);
+        loaded = engine->loadExplicitly(directory);
     }
     ~Session() { end(); }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Whether the engine could be loaded; DllLastError() says why not.
+    /// Whether the engine could be loaded; library().getLoadError() says why not.
     explicit operator bool() const { return loaded; }
     Library& library() const { return *engine; }
 
@@ -58,8 +56,7 @@ public:
     void end() {
         if (!loaded) return;
         loaded = false;
-        engine->flags |= Library::AUTO_UNLOAD;
-        engine->release();
+        engine->unloadExplicitly();
     }
 
 private:

@@ -36,7 +36,7 @@ public:
 int parseFile(Zant::Instance& instance, const char* name) {
     std::ifstream file(name, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
-    return instance.library->vtables.parser->parse(instance.parserContext, text.c_str(), name, Zant::ParseText);
+    return instance.parse(text.c_str(), name, Zant::ParseText);
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     Zant::Library* library = Zant::getLibrary(argv[1]);
     Zant::Instance* instance = library->createInstanceWithListner(&listener);
     if (!instance) {
-        std::cerr << "listener: no engine: " << Zant::DllLastError() << "\n";
+        std::cerr << "listener: no engine: " << library->getLoadError() << "\n";
         return 3;
     }
     int code = 0;
