@@ -6,16 +6,22 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <filesystem>
+#include <stdexcept>
 
+#include "app/probe.h"
 #include "app/program.h"
 #include "client/engine/library.h"
 
 namespace Zant::App {
 namespace {
 
+std::string line(const char* step, const std::string& finding) {
+    return fmt::format("{:<12} {}\n", step, finding);
+}
+
+/// Flushed at once: the next step may end the process.
 void say(const char* step, const std::string& finding) {
-    fmt::print("{:<12} {}\n", step, finding);
+    fmt::print("{}", line(step, finding));
     std::fflush(stdout);
 }
 
@@ -83,31 +89,54 @@ int probeInChild(const std::string& directory) {
     return probeLoading(directory) ? Fine : EngineNotLoaded;
 }
 
-/// An engine that crashes takes the child with it, not the program.
-int probe(const std::string& directory) {
+/// What the child writes, until it ends.
+std::string readAll(int pipeEnd) {
+    std::string text;
+    char piece[512];
+    for (ssize_t count; (count = read(pipeEnd, piece, sizeof piece)) > 0;)
+        text.append(piece, static_cast<size_t>(count));
+    close(pipeEnd);
+    return text;
+}
+
+[[noreturn]] void runChild(const std::string& directory, const int (&ends)[2]) {
+    dup2(ends[1], STDOUT_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+    const int code = probeInChild(directory);
     std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child < 0) throw std::runtime_error("cannot start the probing process");
-    if (child == 0) {
-        const int code = probeInChild(directory);
-        std::fflush(nullptr);
-        _exit(code);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WIFSIGNALED(status)) say("crash", fmt::format("the engine died: {}", strsignal(WTERMSIG(status))));
-    const bool fine = WIFEXITED(status) && WEXITSTATUS(status) == Fine;
-    say("result", fine ? "the engine loads" : "the engine does not load");
-    return fine ? Fine : EngineNotLoaded;
+    _exit(code);
 }
 
 }  // namespace
+
+ProbeFinding probeEngine(const std::string& directory) {
+    int ends[2];
+    std::fflush(nullptr);
+    if (pipe(ends) != 0) throw std::runtime_error("cannot start the probing process");
+    const pid_t child = fork();
+    if (child < 0) throw std::runtime_error("cannot start the probing process");
+    if (child == 0) runChild(directory, ends);
+    close(ends[1]);
+    ProbeFinding finding{readAll(ends[0]), false};
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (WIFSIGNALED(status))
+        finding.text += line("crash", fmt::format("the engine died: {}", strsignal(WTERMSIG(status))));
+    finding.loads = WIFEXITED(status) && WEXITSTATUS(status) == Fine;
+    finding.text += line("result", finding.loads ? "the engine loads" : "the engine does not load");
+    return finding;
+}
 
 void addProbe(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("probe", "Say, step by step, why an engine loads or does not");
     auto directory = std::make_shared<std::string>();
     command->add_option("DIR", *directory, "Directory of the engine file, with its final separator")->required();
-    command->callback([directory, &exitCode] { exitCode = probe(*directory); });
+    command->callback([directory, &exitCode] {
+        const ProbeFinding finding = probeEngine(*directory);
+        fmt::print("{}", finding.text);
+        exitCode = finding.loads ? Fine : EngineNotLoaded;
+    });
 }
 
 }  // namespace Zant::App

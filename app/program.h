@@ -17,6 +17,7 @@ void addCheck(CLI::App& program, int& exitCode);
 void addConvert(CLI::App& program, int& exitCode);
 void addForms(CLI::App& program, int& exitCode);
 void addDecode(CLI::App& program, int& exitCode);
+void addReport(CLI::App& program, int& exitCode);
 
 }  // namespace Zant::App
 
