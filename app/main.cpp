@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     int exitCode = Zant::App::Fine;
     for (const auto add : {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms,
-                           Zant::App::addDecode, Zant::App::addProbe, Zant::App::addReport})
+                           Zant::App::addDecode, Zant::App::addProbe, Zant::App::addReport, Zant::App::addRehearse})
         add(program, exitCode);
     try {
         program.parse(argc, argv);

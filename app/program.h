@@ -18,6 +18,7 @@ void addConvert(CLI::App& program, int& exitCode);
 void addForms(CLI::App& program, int& exitCode);
 void addDecode(CLI::App& program, int& exitCode);
 void addReport(CLI::App& program, int& exitCode);
+void addRehearse(CLI::App& program, int& exitCode);
 
 }  // namespace Zant::App
 
