@@ -1,0 +1,146 @@
+// The command-line host, run as a user runs it.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Run {
+    int code;
+    std::string output;  // both streams
+};
+
+Run run(const std::string& command) {
+    Run result{-1, ""};
+    std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    std::array<char, 4096> piece;
+    for (size_t count; (count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0;)
+        result.output.append(piece.data(), count);
+    const int status = pclose(pipe);
+    result.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+Run zant(const std::string& arguments) {
+    return run(ZANT_PROGRAM " " + arguments);
+}
+
+const std::string examples = ZANT_SOURCE_DIR "/examples/";
+const std::string data = ZANT_SOURCE_DIR "/tests/data/";
+
+std::string temporary(const std::string& name) {
+    return (fs::path(testing::TempDir()) / name).string();
+}
+
+std::string contentOf(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+size_t countOf(const std::string& what, const std::string& text) {
+    size_t count = 0;
+    for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += what.size())
+        ++count;
+    return count;
+}
+
+TEST(Program, ExitCodesAndMessages) {
+    struct Row {
+        const char* arguments;
+        int code;
+        const char* shown;
+    };
+    const std::string badFile = temporary("zant_bad.zant");
+    std::ofstream(badFile) << "about;\nlihgt a;\n";
+    const std::string checkBad = "check " + badFile;
+    const std::string runBad = "run " + badFile;
+    const Row rows[] = {
+        {"", 2, "subcommand is required"},
+        {"dance", 2, "not expected"},
+        {"--version", 0, "3.0.0"},
+        {"check", 2, "FILE is required"},
+        {"check /nonexistent/file", 1, "No such file"},
+        {"check /", 1, "is a directory"},
+        {checkBad.c_str(), 1, ":2:1: unknown command 'lihgt', did you mean 'light'?"},
+        {runBad.c_str(), 1, "light"},
+        {"run --engine /nonexistent/ /dev/null", 3, "/nonexistent/zant3d.dylib"},
+        {"probe /nonexistent", 3, "has no final separator"},
+        {"convert --to morse /dev/null", 2, "morse"},
+        {"forms gradients", 0, "fg2_gradients"},
+        {"forms postprocess", 1, "did you mean 'postProcess'?"},
+        {"forms about", 0, "about1u"},
+    };
+    for (const Row& row : rows) {
+        const Run result = zant(row.arguments);
+        EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
+        EXPECT_NE(result.output.find(row.shown), std::string::npos) << row.arguments << "\n" << result.output;
+    }
+}
+
+TEST(Program, RunsCommandFilesAndReadsValuesBack) {
+    const Run result = zant("run --value exposure --value title --value origin --value nothing " + examples +
+                            "room.zant " + examples + "turntable.zant");
+    EXPECT_EQ(result.code, 0) << result.output;
+    for (const char* shown : {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"",
+                              "origin = (0, 1.5, -4)", "nothing = no such value"})
+        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+}
+
+TEST(Program, NamesTenPlantedMistakes) {
+    const Run result = zant("check " + data + "ten_mistakes.zant");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.output.find("10 mistakes"), std::string::npos) << result.output;
+    for (const char* shown : {":2:1:", "'light'", ":3:4:", "'gradients'",
+                              ":4:", ":5:16:", ":7:", ":8:", ":9:26:", "'color'", ":10:", ":11:", ":12:", ":13:"})
+        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+    EXPECT_EQ(countOf("ten_mistakes.zant:", result.output), 11u) << result.output;
+}
+
+TEST(Program, ConvertsThereAndBack) {
+    const std::string plain = temporary("zant_plain.zant");
+    const std::string quick = temporary("zant_quick.zant");
+    const std::string binary = temporary("zant_binary.zant");
+    const std::string again = temporary("zant_again.zant");
+    for (const char* example : {"room.zant", "turntable.zant"}) {
+        EXPECT_EQ(zant("convert --to text -o " + plain + " " + examples + example).code, 0);
+        EXPECT_EQ(zant("convert --to quick -o " + quick + " " + plain).code, 0);
+        EXPECT_EQ(zant("convert --to binary -o " + binary + " " + quick).code, 0);
+        EXPECT_EQ(zant("convert --to text -o " + again + " " + binary).code, 0);
+        EXPECT_EQ(contentOf(plain), contentOf(again));
+        EXPECT_GT(countOf("\n", contentOf(plain)), 30u);
+        EXPECT_EQ(contentOf(quick).substr(0, 1), "[");
+        EXPECT_EQ(zant("check " + plain + " " + quick + " " + binary).code, 0);
+    }
+    fs::resize_file(binary, fs::file_size(binary) - 3);
+    const Run cut = zant("check " + binary);
+    EXPECT_EQ(cut.code, 1);
+    EXPECT_NE(cut.output.find("the block is cut off"), std::string::npos) << cut.output;
+}
+
+TEST(Program, DecodesItemByItem) {
+    const std::string file = temporary("zant_decode.zant");
+    std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;";
+    const Run result = zant("decode " + file);
+    for (const char* shown :
+         {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)", "sky"})
+        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+}
+
+TEST(Program, ReportsWithoutPaths) {
+    const Run result = zant("report " + examples + "room.zant");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_NE(result.output.find("the engine loads"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("showInfo symbols;"), std::string::npos) << result.output;
+    EXPECT_EQ(result.output.find(ZANT_SOURCE_DIR), std::string::npos) << result.output;
+}
+
+}  // namespace
