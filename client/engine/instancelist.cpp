@@ -48,7 +48,9 @@ void Library::unregister(Instance* instance) {
         if (*link) *link = instance->next;
         empty = !instanceList;
     }
-    if (empty) release();
+    // What release() comes to with an empty list, without looking at the list again: it is no longer locked, and
+    // another thread may have listed a new instance.
+    if (empty && (flags & (AUTO_UNLOAD | RELEASING)) == AUTO_UNLOAD) unload();
 }
 
 void Library::destroyInstances() {

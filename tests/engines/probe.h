@@ -1,0 +1,62 @@
+#ifndef ZANT_TESTS_ENGINES_PROBE_H
+#define ZANT_TESTS_ENGINES_PROBE_H
+
+#include <cstdio>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "client/records/zant_records.h"
+
+/// What a test tells the test engines, and what it learns from them. It lives in the test program, which exports
+/// zantTestProbe() for the engines to find, and so outlives every engine: also the calls of unloading are seen.
+struct Probe {
+    /// Every call that reached an engine, in order. Instances are numbered by their creation, from 1.
+    std::vector<std::string> calls;
+    /// Records that were sent back, as they arrived, and the instance that they were sent back on.
+    std::vector<ZantEventData> sentBack;
+    std::vector<int> sentBackOn;
+    int instances = 0;
+    /// Whether calls are written to the standard error stream as well, for a process that does not live to be asked.
+    bool toStandardError = false;
+
+    /// What the engine saw of the client's record when it was told to exit.
+    struct AtExit {
+        bool libraryTable, otherTables, file, mutex;
+    };
+    std::vector<AtExit> exits;
+
+    // The script: what the engine answers.
+    std::function<void(ZantEventData&)> onSendBack;
+    std::function<void*(const std::string& name, void* record)> onFindObject;
+    std::function<int(const std::string& command)> onParse;
+    std::function<int(void* handle, ZantParserExchangeBuffer&)> onGetValue;
+    std::function<int(void* handle, const ZantParserExchangeBuffer&)> onSetValue;
+    const char* eventStrings[3] = {nullptr, nullptr, nullptr};
+    uint64_t inputCounts[3] = {0, 0, 0};
+    uint64_t outputCounts[3] = {0, 0, 0};
+    bool acceptRays = true;
+    bool giveJobs = true;
+    int mutexAnswer = 0;  ///< added to what a try of a mutex answers
+
+    std::mutex guard;  ///< of calls and instances: engines are called on many threads
+
+    void note(const std::string& call) {
+        const std::lock_guard<std::mutex> lock(guard);
+        calls.push_back(call);
+        if (toStandardError) std::fprintf(stderr, "%s\n", call.c_str());
+    }
+
+    /// The calls since the last time.
+    std::vector<std::string> take() { return std::exchange(calls, {}); }
+};
+
+/// The test program's probe.
+extern "C" __attribute__((visibility("default"))) Probe* zantTestProbe();
+
+/// A new probe for the next test. The engine must be unloaded.
+void renewProbe();
+
+#endif
