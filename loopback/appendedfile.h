@@ -1,0 +1,34 @@
+#ifndef ZANT_LOOPBACK_APPENDEDFILE_H
+#define ZANT_LOOPBACK_APPENDEDFILE_H
+
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+namespace Zant::Loopback {
+
+/// A text file that lines are appended to, each one flushed at once so that nothing is lost when the host dies.
+/// May be used by several threads.
+class AppendedFile {
+public:
+    AppendedFile() = default;
+    ~AppendedFile() { close(); }
+    AppendedFile(const AppendedFile&) = delete;
+    AppendedFile& operator=(const AppendedFile&) = delete;
+
+    /// Opens the file, after closing the one before. An empty name opens nothing.
+    /// A file that cannot be opened is named on the standard error, and lines are dropped.
+    void open(const std::string& name);
+    void close();
+    /// Whether lines arrive somewhere.
+    bool isOpen() const { return file_ != nullptr; }
+    void line(const std::string& text);
+
+private:
+    std::mutex mutex_;
+    std::FILE* file_ = nullptr;
+};
+
+}  // namespace Zant::Loopback
+
+#endif

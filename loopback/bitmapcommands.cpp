@@ -1,0 +1,140 @@
+// Commands that declare bitmaps and change their pixels.
+
+#include <cmath>
+
+#include "loopback/drawing.h"
+#include "loopback/execution.h"
+
+namespace Zant::Loopback {
+namespace {
+
+Outcome refusedSize(const Vector& size) {
+    return {BadValue,
+            "a bitmap cannot have the size " + std::to_string(size.values[0]) + " x " + std::to_string(size.values[1]),
+            2};
+}
+
+// Sizes outside of every limit stay outside when they become ints.
+int sideOf(double side) {
+    return side >= 0 && side <= Pixels::largestSide ? static_cast<int>(side) : -1;
+}
+
+bool resize(Pixels& pixels, const Vector& size) {
+    return size.count >= 2 && pixels.resize(sideOf(size.values[0]), sideOf(size.values[1]));
+}
+
+Outcome declareCopy(Execution& execution, _ZantPixelFormat format, const Pixels& source) {
+    Pixels pixels(format);
+    if (!pixels.copy(source)) return {OutOfMemory, "there is no memory for a copy of the bitmap"};
+    execution.declare<Pixels>(std::move(pixels));
+    return {};
+}
+
+// Forms that take pixels from elsewhere, from a file or a view, leave a bitmap without pixels.
+Outcome declareBitmap(Execution& execution) {
+    if (execution.isKeyword(1, "copy") || execution.isKeyword(1, "compress")) {
+        const ObjectPointer source = execution.object(2);
+        return declareCopy(execution, source->as<Pixels>()->format(), *source->as<Pixels>());
+    }
+    const char* word = execution.has(1) ? execution.command.keywordText(1) : "charRgba";
+    const _ZantPixelFormat format = formatOfWord(word);
+    Pixels pixels(format ? format : PixelCharRgba);
+    if (format && execution.has(2) && !resize(pixels, execution.vector(2))) return refusedSize(execution.vector(2));
+    execution.declare<Pixels>(std::move(pixels));
+    return {};
+}
+
+Outcome copyBitmap(Execution& execution) {
+    const ObjectPointer source = execution.object(2);
+    if (execution.pixels(0).copy(*source->as<Pixels>())) return {};
+    return {OutOfMemory, "there is no memory for a copy of the bitmap"};
+}
+
+bool isColour(const Vector& colour) {
+    return colour.count == 3 || colour.count == 4;
+}
+
+// Checks that the vectors from one place on are positions, the last one a colour.
+Outcome checkDrawing(const Execution& execution, size_t colourPlace) {
+    for (size_t place = 2; place < colourPlace; ++place) {
+        if (execution.command.values()[place].kind != ValueKind::Vector) continue;
+        if (execution.vector(place).count < 2) return {BadValue, "a position needs two components", place};
+    }
+    if (execution.has(colourPlace) && !isColour(execution.vector(colourPlace))) {
+        return {BadValue, "a colour needs three or four components", colourPlace};
+    }
+    return {};
+}
+
+using Draw = void (*)(const Execution&, const Bitmap&);
+
+struct DrawingRow {
+    const char* word;
+    size_t colourPlace;
+    Draw draw;
+};
+const DrawingRow drawings[] = {
+    {"plot", 3, [](const Execution& e, const Bitmap& b) { drawPoint(b, e.vector(2), e.vector(3)); }},
+    {"line", 4, [](const Execution& e, const Bitmap& b) { drawLine(b, e.vector(2), e.vector(3), e.vector(4)); }},
+    {"circle", 4, [](const Execution& e, const Bitmap& b) { drawCircle(b, e.vector(2), e.number(3), e.vector(4)); }},
+    {"fill", 3, [](const Execution& e, const Bitmap& b) { drawFill(b, e.vector(2), e.vector(3), e.number(4, 0.0)); }},
+    {"clear", 2,
+     [](const Execution& e, const Bitmap& b) { drawClear(b, e.has(2) ? e.vector(2) : Vector(0, 0, 0, 0)); }},
+};
+
+Outcome draw(const DrawingRow& row, Execution& execution) {
+    const Outcome outcome = checkDrawing(execution, row.colourPlace);
+    if (outcome.code != Fine) return outcome;
+    const Pixels& pixels = execution.pixels(0);
+    if (pixels.hasAccess()) row.draw(execution, pixels.bitmap());
+    return {};
+}
+
+// Operations that need files, views or a display are taken and do nothing.
+Outcome operateOnBitmap(Execution& execution) {
+    for (const DrawingRow& row : drawings) {
+        if (execution.isKeyword(1, row.word)) return draw(row, execution);
+    }
+    if (execution.isKeyword(1, "copy")) return copyBitmap(execution);
+    if (execution.isKeyword(1, "resize") && !resize(execution.pixels(0), execution.vector(2))) {
+        return refusedSize(execution.vector(2));
+    }
+    return {};
+}
+
+// Colours from a position on, row after row.
+Outcome setPixels(Execution& execution) {
+    const Pixels& pixels = execution.pixels(0);
+    const Bitmap& bitmap = pixels.bitmap();
+    const Vector& start = execution.vector(1);
+    const VarLenVector colours = execution.vectors(2);
+    const double x = start.values[0];
+    const double y = start.values[1];
+    const bool inside = start.count >= 2 && x >= 0 && y >= 0 && x < bitmap.width && y < bitmap.height;
+    if (colours.count > 0 && (!pixels.hasAccess() || !inside))
+        return {BadValue, "the position is not in the bitmap", 1};
+    const auto width = static_cast<size_t>(bitmap.width);
+    const size_t first = inside ? static_cast<size_t>(y) * width + static_cast<size_t>(x) : 0;
+    if (colours.count > width * static_cast<size_t>(bitmap.height) - first) {
+        return {BadValue, "there are more colours than pixels", 2};
+    }
+    for (size_t item = 0; item < colours.count; ++item) {
+        if (!isColour(colours.items[item])) return {BadValue, "a colour needs three or four components", 2};
+    }
+    for (size_t item = 0; item < colours.count; ++item) {
+        const size_t place = first + item;
+        bitmap.setPixel(static_cast<int>(place % width), static_cast<int>(place / width), colours.items[item]);
+    }
+    return {};
+}
+
+}  // namespace
+
+const HandlerRow bitmapHandlers[] = {
+    {"bitmap", declareBitmap},
+    {"bitmapOp", operateOnBitmap},
+    {"bitmapData", setPixels},
+    {nullptr, nullptr},
+};
+
+}  // namespace Zant::Loopback

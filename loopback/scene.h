@@ -1,0 +1,91 @@
+#ifndef ZANT_LOOPBACK_SCENE_H
+#define ZANT_LOOPBACK_SCENE_H
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+#include "client/engine/instance.h"
+#include "language/reader.h"
+#include "language/writer.h"
+#include "loopback/appendedfile.h"
+#include "loopback/codes.h"
+#include "loopback/objects.h"
+#include "loopback/settings.h"
+#include "loopback/textoutput.h"
+
+namespace Zant::Loopback {
+
+struct Execution;
+
+/// The engine's side of one instance: its objects, its parser and its text output.
+///
+/// Any thread may call any operation: a lock guards the objects, for one command at a time. Events are raised outside
+/// of it. A second thread that has to wait for the lock is misuse by the host, and is noted as such.
+class Scene : private SymbolResolver {
+public:
+    /// What the instances of an engine share; it outlives them.
+    struct Surroundings {
+        Settings settings;
+        AppendedFile transcript;
+        AppendedFile watch;
+    };
+
+    Scene(uint64_t number, Instance* instance, Surroundings& surroundings);
+
+    /// The library whose instance this is; not to be read, it may be gone.
+    const Library* library() const { return library_; }
+    TextOutput& text() { return text_; }
+
+    /// Carries out every command of a text or block, the ones behind a failed one included, and says each failure in
+    /// one line of text.
+    /// @return the code of the first failure, or 0.
+    int parse(const void* data, const char* source, int mode);
+
+    /// The handle of an object that can be used as the type asks for; null when there is none.
+    /// @param registered null, or set to the word under which blocks name the object, 0 when there is none.
+    void* findObject(const char* name, uint64_t* registered, int type);
+    /// Delivers the value of an object, whatever code was asked for, and leaves there the code of what it delivered, 0
+    /// for nothing. Texts belong to the object and are valid until its value changes.
+    /// @return 1 when a value was delivered.
+    int getValue(const void* handle, ZantParserExchangeBuffer& record);
+    /// @return 1 when the object took the value; 0 when there is no such object or it is of another kind.
+    int setValue(const void* handle, const ZantParserExchangeBuffer& record);
+
+    /// Describes the pixel memory of a bitmap; without one, no memory.
+    void linkBitmap(uint32_t object, ZantBitmapCore& link);
+    /// @return whether the bitmap uses the memory now.
+    bool shareMemory(uint32_t object, void* memory, int width, int height);
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    const char* nameOf(uint64_t registered) override;
+    Lock enter(const char* call);
+    ObjectPointer objectOf(const void* handle) const;
+    void* handleOf(const Object& object) const;
+
+    int runText(TextReader& reader, const char* source, int depth);
+    int run(const Command& command, Lock lock, const char* source, int depth);
+    int runFile(const std::string& name, const char* source, int depth);
+    int runBlock(const void* block);
+    int runNested(const Execution& execution, const char* source, int depth);
+    Outcome execute(Execution& execution);
+    bool isToFail();
+    int fail(const Diagnostic& diagnostic, const char* source);
+    int fail(const Outcome& outcome, const Command& command, const char* source);
+
+    const uint64_t number_;
+    const Library* const library_;
+    Surroundings& surroundings_;
+    const Settings& settings_;
+    TextOutput text_;
+    std::mutex mutex_;
+    Objects objects_;
+    TextWriter writer_;
+    long commands_ = 0;
+};
+
+}  // namespace Zant::Loopback
+
+#endif

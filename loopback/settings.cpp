@@ -1,0 +1,32 @@
+#include "loopback/settings.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace Zant::Loopback {
+namespace {
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool enabled(const char* name) {
+    const std::string value = environment(name);
+    return !value.empty() && value != "0";
+}
+
+}  // namespace
+
+Settings readSettings() {
+    Settings settings;
+    std::string complaints;
+    settings.doubleVertexMaps = enabled("ZANT_LOOPBACK_DOUBLE_VERTEX_MAPS");
+    settings.transcript = environment("ZANT_LOOPBACK_TRANSCRIPT");
+    settings.watch = environment("ZANT_LOOPBACK_WATCH");
+    settings.faults = parseFaults(environment("ZANT_LOOPBACK_FAULT"), complaints);
+    std::fputs(complaints.c_str(), stderr);
+    return settings;
+}
+
+}  // namespace Zant::Loopback

@@ -1,0 +1,111 @@
+#ifndef ZANT_TESTS_LOOPBACKHOST_H
+#define ZANT_TESTS_LOOPBACKHOST_H
+
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <initializer_list>
+#include <mutex>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include "client/engine/instance.h"
+#include "client/engine/library.h"
+#include "client/listeners/linkedlisteners.h"
+
+namespace Zant::Tests {
+
+/// Sets environment variables for the life of the object.
+class Environment {
+public:
+    Environment(std::initializer_list<std::pair<const char*, std::string>> variables) {
+        for (const auto& [name, value] : variables) {
+            setenv(name, value.c_str(), 1);
+            names_.emplace_back(name);
+        }
+    }
+    ~Environment() {
+        for (const std::string& name : names_)
+            unsetenv(name.c_str());
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    std::vector<std::string> names_;
+};
+
+/// A file name of its own for one test; the file goes with the object.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& content = {}) {
+        static std::atomic<int> last{0};
+        const char* directory = std::getenv("TMPDIR");
+        name_ = std::string(directory ? directory : "/tmp") + "/zant_test_" + std::to_string(getpid()) + "_" +
+                std::to_string(++last);
+        if (!content.empty()) std::ofstream(name_) << content;
+    }
+    ~TemporaryFile() { std::remove(name_.c_str()); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const std::string& name() const { return name_; }
+    std::string content() const {
+        std::ostringstream text;
+        text << std::ifstream(name_).rdbuf();
+        return text.str();
+    }
+
+private:
+    std::string name_;
+};
+
+/// Collects the text of an instance, and counts its streams.
+class TextCollector : public EventListener {
+public:
+    void* createTextStream() override {
+        ++opened;
+        return this;
+    }
+    void destroyTextStream(void*) override { ++closed; }
+    void textLine(void*, const char* text) override {
+        const std::lock_guard lock(mutex_);
+        text_ += text;
+    }
+    void textNewLine(void*) override {
+        const std::lock_guard lock(mutex_);
+        text_ += '\n';
+    }
+
+    /// What has arrived since the last call.
+    std::string take() {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(text_, {});
+    }
+
+    std::atomic<int> opened{0};
+    std::atomic<int> closed{0};
+
+private:
+    std::mutex mutex_;
+    std::string text_;
+};
+
+/// A host with the loopback engine loaded and one instance, whose text it collects.
+class Host {
+public:
+    TextCollector text;
+    Library library{ZANT_LOOPBACK_DIR};
+    Instance* instance = library.createInstanceWithListner(&text);
+
+    int parse(const char* commands, const char* source = nullptr) {
+        return instance->parse(commands, source, ParseText);
+    }
+};
+
+}  // namespace Zant::Tests
+
+#endif
