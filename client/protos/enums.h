@@ -11,6 +11,9 @@
 /// The tables are constant data that live as long as the process; keywordTables() in forms.h lists them all.
 namespace Zant::Enums {
 
+// Internal to whatever the library is linked into, so that the typed functions load a word in one instruction.
+#pragma GCC visibility push(hidden)
+
 /// The first keyword of every command; also the keyword after help.
 extern const char* const cmd_strings[158];
 /// After group.
@@ -165,6 +168,8 @@ extern const char* const vertexMapOps_strings[4];
 extern const char* const memCmds_strings[6];
 /// Sent by no typed command function.
 extern const char* const renderInfosStringFormat_strings[38];
+
+#pragma GCC visibility pop
 
 }  // namespace Zant::Enums
 

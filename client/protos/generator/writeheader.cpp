@@ -90,8 +90,14 @@ void writeCommand(const CheckedCommand& command, std::string& text) {
 
 std::string signature(const CheckedForm& form, bool wide) {
     std::string text = "void " + (wide ? form.wideFunction : form.function) + "(void* protos";
+    size_t column = text.size();
     for (const Token& token : form.tokens) {
-        if (!token.isKeyword()) text += std::string(", ") + parameterType(token.kind, wide) + token.parameter;
+        if (token.isKeyword()) continue;
+        const std::string parameter = parameterType(token.kind, wide) + token.parameter;
+        // Room for the comma and blank before it, and for what follows the last one: ") {".
+        const bool fits = column + parameter.size() + 5 <= 120;
+        text += (fits ? ", " : ",\n    ") + parameter;
+        column = (fits ? column + 2 : 4) + parameter.size();
     }
     return text + ")";
 }
