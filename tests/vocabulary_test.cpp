@@ -1,0 +1,316 @@
+// Every typed command function is called and compared with the catalogue as expand.py spells it out.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <sstream>
+
+#include "client/encoding/commandbinarybuffer.h"
+#include "client/encoding/commandtextbuffer.h"
+#include "client/engine/instance.h"
+#include "client/engine/library.h"
+#include "client/protos/forms.h"
+#include "tests/vocabulary/row.h"
+
+namespace {
+
+using namespace Vocabulary;
+using Words = std::vector<std::string>;
+
+constexpr size_t functionCount = 2165;
+
+Words split(const std::string& text) {
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
+/// One place of a row's sequence: a keyword, or the letter of an argument and its parameter.
+struct Place {
+    int number = 0;  // of a keyword; 0 for an argument
+    std::string word;
+    size_t parameter = 0;
+};
+
+std::vector<Place> placesOf(const Row& row) {
+    std::vector<Place> places;
+    size_t parameter = 0;
+    for (const std::string& part : split(row.sequence)) {
+        const size_t colon = part.find(':');
+        if (colon != std::string::npos) {
+            places.push_back({std::stoi(part), part.substr(colon + 1), 0});
+        } else {
+            places.push_back({0, row.wide && part == "s" ? "W" : part, parameter++});
+        }
+    }
+    return places;
+}
+
+/// An engine that keeps the last command it was given.
+struct CapturingEngine {
+    static inline std::vector<unsigned char> data;
+    static inline int mode = -1;
+    static inline int parses = 0;
+
+    static int parse(void*, const void* command, const char*, int parseMode) {
+        mode = parseMode;
+        ++parses;
+        uint64_t size = 0;
+        if (mode == Zant::ParseBinary) {
+            std::memcpy(&size, command, sizeof size);
+        } else {
+            size = std::strlen(static_cast<const char*>(command));
+        }
+        const auto* first = static_cast<const unsigned char*>(command);
+        data.assign(first, first + size);
+        return 0;
+    }
+
+    static void init(Zant::Library* library) {
+        static Zant::LibraryFunctionsVtable libraryTable{};
+        libraryTable.exit = [] {};
+        libraryTable.createInstance = [](Zant::Instance* instance) -> void* { return instance; };
+        libraryTable.destroyInstance = [](ZantLibraryInstance*) {};
+        libraryTable.getInfoInt = [](int) { return 1; };
+        static Zant::ParserFunctionsVtable parserTable{};
+        parserTable.parse = parse;
+        library->vtables.parser = &parserTable;
+        library->vtables.library = &libraryTable;
+    }
+};
+
+class VocabularyTest : public ::testing::Test {
+protected:
+    Recorder recorder;
+    Arguments arguments{recorder.events};
+    Zant::Library library{CapturingEngine::init, "./"};
+    Zant::Instance* instance = library.createInstanceWithListner(nullptr);
+
+    void call(const Row& row, Zant::CommandBuffer& buffer) {
+        void* word = &buffer;
+        row.call.invoke(row.call.function, &word, arguments);
+    }
+
+    /// Calls a row through a buffer of an instance. @return the command as the engine got it
+    template <typename Buffer>
+    const std::vector<unsigned char>& send(const Row& row, int mode) {
+        Buffer buffer(instance);
+        CapturingEngine::parses = 0;
+        call(row, buffer);
+        EXPECT_EQ(CapturingEngine::parses, 1);
+        EXPECT_EQ(CapturingEngine::mode, mode);
+        return CapturingEngine::data;
+    }
+
+    std::vector<Event> expectedEvents(const Row& row) const {
+        std::vector<Event> events, registrations;
+        for (const Place& place : placesOf(row)) {
+            if (place.number != 0) {
+                events.push_back({"addEnum", static_cast<double>(place.number), place.word, nullptr});
+            } else {
+                events.push_back(arguments.event(place.word, place.parameter));
+            }
+            if (place.word == "N") registrations.push_back(arguments.registration(place.parameter));
+        }
+        events.push_back({"parse"});
+        events.insert(events.end(), registrations.begin(), registrations.end());
+        return events;
+    }
+
+    std::string expectedText(const Row& row, bool quick) const {
+        std::string text;
+        const char* separator = "";
+        for (const Place& place : placesOf(row)) {
+            text += separator;
+            if (place.number == 0) {
+                text += arguments.text(place.word, place.parameter);
+            } else {
+                text += quick ? "[" + std::to_string(place.number) + "]" : place.word;
+            }
+            separator = *separator == '\0' && !quick ? " " : ",";
+        }
+        return text + ";";
+    }
+
+    Block expectedBlock(const Row& row) const {
+        Block block;
+        for (const Place& place : placesOf(row)) {
+            if (place.number == 0) {
+                arguments.write(block, place.word, place.parameter);
+            } else {
+                block.word(static_cast<uint64_t>(place.number));
+            }
+        }
+        block.end();
+        return block;
+    }
+};
+
+std::string asText(const std::vector<unsigned char>& data) {
+    return {data.begin(), data.end()};
+}
+
+TEST_F(VocabularyTest, EveryFunctionSendsItsFormAndRegistersAfterParse) {
+    size_t checked = 0;
+    for (const Row& row : rows) {
+        recorder.events.clear();
+        call(row, recorder);
+        EXPECT_EQ(recorder.events, expectedEvents(row)) << row.name;
+        ++checked;
+    }
+    EXPECT_EQ(checked, functionCount);
+}
+
+TEST_F(VocabularyTest, EveryFunctionReadsTheSameInAllEncodings) {
+    size_t checked = 0;
+    for (const Row& row : rows) {
+        EXPECT_EQ(asText(send<Zant::CommandTextBuffer>(row, Zant::ParseText)), expectedText(row, false)) << row.name;
+        EXPECT_EQ(asText(send<Zant::CommandQuickTextBuffer>(row, Zant::ParseQuickText)), expectedText(row, true))
+            << row.name;
+        const std::vector<unsigned char>& block = send<Zant::CommandBinaryBuffer>(row, Zant::ParseBinary);
+        EXPECT_EQ(expectedBlock(row).difference(block), -1) << row.name << ", first difference at this byte";
+        ++checked;
+    }
+    EXPECT_EQ(checked, functionCount);
+}
+
+TEST_F(VocabularyTest, GroupsAndCommandWordsHaveTheirCounts) {
+    std::map<std::string, size_t> groups, commands, names;
+    for (const Row& row : rows) {
+        ++groups[row.group];
+        ++commands[row.command];
+        ++names[row.name];
+    }
+    const std::map<std::string, size_t> wanted = {
+        {"geometry", 353}, {"looks", 381}, {"lights", 378}, {"rendering", 560}, {"files", 493}};
+    EXPECT_EQ(groups, wanted);
+    EXPECT_EQ(promisedCommands.size(), 98U);
+    EXPECT_EQ(commands.size(), 98U);
+    for (const Promise& command : promisedCommands)
+        EXPECT_EQ(commands[command.name], command.functions) << command.name;
+    EXPECT_EQ(names.size(), functionCount) << "a name stands twice";
+}
+
+TEST_F(VocabularyTest, KnownFunctionsSendWhatTheyAlwaysSent) {
+    const std::map<std::string, std::string> known = {
+        {"about0", "40:about"},
+        {"about1u", "40:about s"},
+        {"help0_zant", "76:help 31:zant"},
+        {"anim1_renderFrame", "82:anim 4:renderFrame i"},
+        {"shape5_rectangle", "15:shape N 11:rectangle V V V u"},
+        {"shaderNode2_lowLevel", "24:shaderNode N 14:lowLevel N"},
+        {"lw1_shaderNodeBackground", "70:lw 7:shaderNodeBackground N"},
+        {"instanceAdd4_clipMap_timeShift", "67:instanceAdd s C 1:clipMap S 2:timeShift V"},
+        {"view2_postProcess_saveImage_png", "33:view 17:postProcess 19:saveImage s 2:png i"},
+        {"sett4_toneMapping_z_log", "27:sett 48:toneMapping 6:z 3:log d d d d"},
+        {"gpGpu3_oct_limits", "78:gpGpu 9:oct s 1:limits i d"},
+        {"light8_phySky_rectangle", "38:light N 39:phySky S 3:rectangle d d i i d i"},
+    };
+    size_t found = 0;
+    for (const Row& row : rows) {
+        const auto entry = known.find(row.name);
+        if (entry == known.end()) continue;
+        EXPECT_EQ(row.sequence, entry->second);
+        ++found;
+    }
+    EXPECT_EQ(found, known.size());
+}
+
+TEST_F(VocabularyTest, NumbersOfEveryKindReachTheBufferAsDoubles) {
+    void* word = &static_cast<Zant::CommandBuffer&>(recorder);
+    anim1_renderFrame(&word, -3);
+    pm1_kdBalance(&word, (1UL << 53) + 1);
+    pm1_kdBalance(&word, ~0UL);
+    pm1_kdOptimize(&word, true);
+    std::vector<double> numbers;
+    for (const Event& event : recorder.events) {
+        if (event.operation == "addDouble") numbers.push_back(event.number);
+    }
+    EXPECT_EQ(numbers, (std::vector<double>{-3.0, 9007199254740992.0, 18446744073709551616.0, 1.0}));
+}
+
+// ---- The tables ----
+
+TEST(KeywordTables, EveryWordStandsInTheSlotBeforeItsNumber) {
+    const Zant::FormRange<Zant::KeywordTable> tables = Zant::keywordTables();
+    ASSERT_EQ(tables.size(), 76U);
+    ASSERT_EQ(listedTables.size(), 76U);
+    for (size_t index = 0; index < tables.size(); ++index) {
+        const Zant::KeywordTable& table = tables[index];
+        EXPECT_EQ(table.name, listedTables[index].name);
+        EXPECT_EQ(table.slots, listedTables[index].slots) << table.name;
+        std::vector<std::pair<int, std::string>> words;
+        for (int slot = 0; slot < table.slots; ++slot) {
+            if (table.words[slot] != nullptr) words.emplace_back(slot + 1, table.words[slot]);
+        }
+        EXPECT_EQ(words, listedTables[index].words) << table.name;
+    }
+}
+
+std::string sequenceOf(const Zant::Form& form) {
+    static const char* const letters[] = {"",  "d", "i", "b", "u", "s",  "V",  "A",  "C",
+                                          "S", "N", "B", "M", "X", "Ld", "LV", "LC", "LS"};
+    const Zant::FormRange<Zant::KeywordTable> tables = Zant::keywordTables();
+    std::string text = std::to_string(form.command) + ":" + tables[0].words[form.command - 1];
+    for (int index = 0; index < form.tokenCount; ++index) {
+        const Zant::FormToken& token = form.tokens[index];
+        text += " ";
+        if (token.kind == Zant::ArgumentKind::Keyword) {
+            text += std::to_string(token.number) + ":" + tables[token.table].words[token.number - 1];
+        } else {
+            text += letters[static_cast<size_t>(token.kind)];
+        }
+    }
+    return text;
+}
+
+/// A row's sequence without the numbers.
+std::string notationOf(const Row& row) {
+    std::string text;
+    for (const std::string& part : split(row.sequence))
+        text += (text.empty() ? "" : " ") + part.substr(part.find(':') + 1);
+    return text;
+}
+
+size_t countKeywords(const Row& row) {
+    const std::string sequence = row.sequence;
+    return static_cast<size_t>(std::count(sequence.begin(), sequence.end(), ':'));
+}
+
+TEST(Forms, AreThoseOfTheFunctions) {
+    const Zant::FormRange<Zant::Form> forms = Zant::allForms();
+    size_t index = 0;
+    for (const Row& row : rows) {
+        if (row.wide) {
+            EXPECT_STREQ(forms[index - 1].wideFunction, row.name);
+            continue;
+        }
+        ASSERT_LT(index, forms.size());
+        const Zant::Form& form = forms[index++];
+        EXPECT_STREQ(form.function, row.name);
+        EXPECT_EQ(form.notation, notationOf(row));
+        EXPECT_EQ(sequenceOf(form), row.sequence);
+        EXPECT_EQ(form.hasStrings, form.wideFunction != nullptr) << row.name;
+        const Words words = split(row.sequence);
+        EXPECT_EQ(form.hasStrings, std::count(words.begin(), words.end(), "s") > 0) << row.name;
+        EXPECT_EQ(form.parameterCount, placesOf(row).size() - countKeywords(row)) << row.name;
+    }
+    EXPECT_EQ(index, forms.size());
+}
+
+TEST(Forms, OfACommandStandTogether) {
+    size_t sum = 0;
+    for (int command = 1; command <= Zant::keywordTables()[0].slots; ++command) {
+        for (const Zant::Form& form : Zant::formsOf(command)) {
+            EXPECT_EQ(form.command, command);
+            ++sum;
+        }
+    }
+    EXPECT_EQ(sum, Zant::allForms().size());
+    for (const int command : {-1, 0, 6, 158, 159, 100000})
+        EXPECT_EQ(Zant::formsOf(command).size(), 0U) << command;
+}
+
+}  // namespace
