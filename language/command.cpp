@@ -164,7 +164,7 @@ namespace {
 class Comparison {
 public:
     Comparison(const Command& one, const Command& other, double allowed)
-        : left(one), right(other), tolerance(allowed) {}
+        : first(one), second(other), tolerance(allowed) {}
 
     bool sameValue(const Value& a, const Value& b) const {
         if (a.kind != b.kind || a.count != b.count) return false;
@@ -180,15 +180,15 @@ private:
             case ValueKind::Keyword:
                 return true;
             case ValueKind::Number:
-                return same(left.number(a, item), right.number(b, item));
+                return same(first.number(a, item), second.number(b, item));
             case ValueKind::Vector:
-                return sameVector(left.vector(a, item), right.vector(b, item));
+                return sameVector(first.vector(a, item), second.vector(b, item));
             case ValueKind::Axes:
-                return sameAxes(left.axes(a, item), right.axes(b, item));
+                return sameAxes(first.axes(a, item), second.axes(b, item));
             case ValueKind::CoordSys:
-                return sameCoordSys(left.coordSys(a, item), right.coordSys(b, item));
+                return sameCoordSys(first.coordSys(a, item), second.coordSys(b, item));
             default:
-                return std::strcmp(left.text(a, item), right.text(b, item)) == 0;
+                return std::strcmp(first.text(a, item), second.text(b, item)) == 0;
         }
     }
 
@@ -215,29 +215,30 @@ private:
         return a.count == b.count && sameRun(a.values, b.values, a.count);
     }
 
-    // Angles that are written as 0 make axes the eye.
-    static const ZantAxesCore& withAngles(const ZantAxesCore& axes, AxesHpb& scratch) {
-        return axes.rows == 0 ? scratch : axes;
+    // The eye in the form of other axes: what is written may turn out to be the identity.
+    static ZantAxesCore inFormOf(const ZantAxesCore& axes, const ZantAxesCore& other) {
+        if (axes.rows != 0) return axes;
+        if (other.rows == 2) return AxesHpb();
+        return other.rows == 3 ? ZantAxesCore(Axes(Matrix3x3())) : axes;
     }
 
-    bool sameAxes(const ZantAxesCore& a, const ZantAxesCore& b) const {
-        AxesHpb eye;
-        if (a.rows != 2 && b.rows != 2) return a.rows == b.rows && sameRun(a.m, b.m, 3 * a.rows);
-        const ZantAxesCore& first = withAngles(a, eye);
-        const ZantAxesCore& second = withAngles(b, eye);
-        if (first.rows != second.rows || (tolerance == 0 && a.rows != b.rows)) return false;
-        for (int k = 0; k < 3; ++k) {
-            if (!sameAngle(first.m[k], second.m[k])) return false;
+    bool sameAxes(const ZantAxesCore& left, const ZantAxesCore& right) const {
+        if (tolerance == 0 && left.rows != right.rows) return false;
+        const ZantAxesCore a = inFormOf(left, right), b = inFormOf(right, left);
+        if (a.rows != b.rows) return false;
+        for (int k = 0; k < 3 * a.rows; ++k) {
+            const bool isAngle = a.rows == 2 && k < 3;
+            if (!(isAngle ? sameAngle(a.m[k], b.m[k]) : same(a.m[k], b.m[k]))) return false;
         }
-        return sameRun(first.m + 3, second.m + 3, 3);
+        return true;
     }
 
     bool sameCoordSys(const CoordSys& a, const CoordSys& b) const {
         return sameRun(a.position, b.position, 3) && sameAxes(a.axes, b.axes);
     }
 
-    const Command& left;
-    const Command& right;
+    const Command& first;
+    const Command& second;
     double tolerance;
 };
 

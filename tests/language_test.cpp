@@ -1,0 +1,426 @@
+// Reading the command language back: every form in every encoding, messages, hostile input, long input.
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <set>
+
+#include "language/grammar.h"
+#include "language/lookup.h"
+#include "language/writer.h"
+#include "languagecheck.h"
+
+using namespace Zant;
+
+namespace {
+
+/// Commands with arguments by chance; every number survives being written as text.
+class RandomCommands {
+public:
+    explicit RandomCommands(unsigned seed) : engine(seed) {}
+
+    void make(const Form& form, Command& command) {
+        command.clear();
+        command.form = &form;
+        for (uint16_t place = 0; place < form.tokenCount; ++place) {
+            const ArgumentKind kind = form.tokens[place].kind;
+            command.beginValue(kind, 0);
+            int items = isListPlace(kind) ? below(4) : 1;
+            if (kind == ArgumentKind::Keyword) items = 0;
+            while (items-- > 0)
+                addItem(kind, command);
+        }
+    }
+
+private:
+    int below(int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); }
+    double number() { return (below(20001) - 10000) / 8.0; }
+
+    void addItem(ArgumentKind kind, Command& command) {
+        switch (valueKindOf(kind)) {
+            case ValueKind::Keyword:
+                break;
+            case ValueKind::Number:
+                return command.addNumber(numberFor(kind));
+            case ValueKind::String:
+                return command.addText(text({"", "a", "say \"so\"", "two\nlines; {1,2}", "eight888", "\""}));
+            case ValueKind::Vector:
+                return command.addVector(vector());
+            case ValueKind::Axes:
+                return command.addAxes(axes());
+            case ValueKind::CoordSys: {
+                CoordSys coordSys(Vector(number(), number(), number()), axes());
+                return command.addCoordSys(coordSys);
+            }
+            case ValueKind::Symbol:
+                return command.addText(text({"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>"}));
+        }
+    }
+
+    double numberFor(ArgumentKind kind) {
+        switch (kind) {
+            case ArgumentKind::Int:
+                return below(2001) - 1000;
+            case ArgumentKind::Bool:
+                return below(2);
+            case ArgumentKind::Unsigned:
+                return below(100000);
+            default:
+                return number();
+        }
+    }
+
+    std::string text(std::initializer_list<const char*> choices) {
+        return choices.begin()[below(static_cast<int>(choices.size()))];
+    }
+
+    Vector vector() {
+        Vector result(number(), number(), number(), number());
+        result.count = 1 + below(4);
+        return result;
+    }
+
+    Axes axes() {
+        switch (below(4)) {
+            case 0:
+                return {};
+            case 1:
+                return AxesHpb(0, 0, 0, 2, 2, 2);
+            case 2:
+                return AxesHpb(number() / 1000, number() / 1000, 1, 1 + below(2), number(), 1);
+            default:
+                return Matrix3x3(1, 0, 0, 0, 0, number(), 0, -1, 0);
+        }
+    }
+
+    std::mt19937 engine;
+};
+
+std::string canonical(std::string_view text) {
+    TextReader reader(text);
+    Command command;
+    if (reader.next(command) != ReadResult::Command) return "error: " + reader.diagnostic().message;
+    TextWriter writer;
+    return writer.write(command);
+}
+
+std::string firstMessage(std::string_view text) {
+    TextReader reader(text);
+    Command command;
+    while (true) {
+        const ReadResult result = reader.next(command);
+        if (result == ReadResult::End) return "understood";
+        if (result == ReadResult::Error) return reader.diagnostic().describe("f");
+    }
+}
+
+std::string blockOf(std::initializer_list<int64_t> items) {
+    std::vector<int64_t> words{static_cast<int64_t>(8 * (items.size() + 2))};
+    words.insert(words.end(), items);
+    words.push_back(-3);
+    return {reinterpret_cast<const char*>(words.data()), words.size() * 8};
+}
+
+int64_t bitsOf(double number) {
+    int64_t bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
+}  // namespace
+
+TEST(Language, ReadsEveryFormInEveryEncoding) {
+    RandomCommands random(5);
+    Command command;
+    size_t forms = 0, functions = 0;
+    for (const Form& form : allForms()) {
+        for (int round = 0; round < 4; ++round) {
+            random.make(form, command);
+            ASSERT_EQ(checkRoundTrips(command), "") << form.notation;
+        }
+        ++forms;
+        functions += form.hasStrings ? 2 : 1;
+    }
+    EXPECT_EQ(forms, allForms().size());
+    EXPECT_EQ(functions, 2165u);
+}
+
+TEST(Language, HasNoFormsThatCouldBeTakenForOneAnother) {
+    const Grammar::Ambiguities& found = Grammar::vocabulary().ambiguities();
+    for (const Form* form : found.sameSequence)
+        ADD_FAILURE() << form->notation;
+    for (const Form* form : found.sameKeyword)
+        ADD_FAILURE() << form->notation;
+    for (const Form* form : found.keywordOrArgument)
+        ADD_FAILURE() << form->notation;
+    for (const Form* form : found.severalKinds)
+        ADD_FAILURE() << form->notation;
+}
+
+TEST(Language, ReadsTheSameCommandFromEveryNotation) {
+    struct Row {
+        const char* text;
+        const char* canonical;
+    };
+    const Row rows[] = {
+        {"fg gradients,0.5,2;", "fg gradients,0.5,2;"},
+        {"[46],[6],0.5,2;", "fg gradients,0.5,2;"},
+        {"  [46]\n gradients , 5e-1 ,\t2.0", "fg gradients,0.5,2;"},
+        {"; ;about;", "about;"},
+        {"\xEF\xBB\xBF"
+         "about \"a\"\"b;\nc\";",
+         "about \"a\"\"b;\nc\";"},
+        {"lightAdd adaptive,(0,10,0),(1,1,1),( 0 , -1 , 0 ),sky,0.5,16,2;",
+         "lightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;"},
+        {"delete \"two words\";", "delete \"two words\";"},
+        {"delete \"sky\";", "delete sky;"},
+        {"axes a,<90,0,0>;", "axes a,<90,0,0>;"},
+        {"axes a,< 90 , 0 , 0 > * ( 2 );", "axes a,<90,0,0>*(2);"},
+        {"axes a,<>*(1,2,1);", "axes a,<>*(1,2,1);"},
+        {"axes a,<0,0,0>*(1);", "axes a,<>;"},
+        {"axes a,axes((1,0,0),(0,1,0),(0,0,1));", "axes a,<>;"},
+        {"axes a,axes((1,0,0),(0,0,1),(0,-1,0));", "axes a,axes((1,0,0),(0,0,1),(0,-1,0));"},
+        {"axes a,axes((90,0,0),(1,1,1));", "axes a,<90,0,0>;"},
+        {"axes a,axes((1,2,3));", "axes a,axes((1,2,3));"},
+        {"coordSys c,(1,2,3) @ <>;", "coordSys c,(1,2,3)@<>;"},
+        {"postProcess filter,;", "postProcess filter,;"},
+        {"postProcess filter,{};", "postProcess filter,;"},
+        {"postProcess filter,{ 1 };", "postProcess filter,1;"},
+        {"postProcess filter,{1,2,3};", "postProcess filter,{1,2,3};"},
+        {"fg timeGradients,1,;", "fg timeGradients,1,;"},
+        {"sett energetic,-0;", "sett energetic,0;"},
+        {"meshOp m,setUvIndexShift,1.84467440e19;", "meshOp m,setUvIndexShift,1.8446744e19;"},
+        {"sett energetic,-2147483648;", "sett energetic,-2.14748364e9;"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(canonical(row.text), row.canonical) << row.text;
+}
+
+TEST(Language, SaysWhatIsWrongAndWhere) {
+    struct Row {
+        const char* text;
+        const char* message;
+    };
+    const Row rows[] = {
+        {"\n lihgt s,black;", "f:2:2: unknown command 'lihgt', did you mean 'light'?"},
+        {"qqqqqqqq;", "f:1:1: unknown command 'qqqqqqqq'"},
+        {"while 1;", "f:1:1: command 'while' has no form of its own"},
+        {"[999];", "f:1:1: unknown command '[999]'"},
+        {"[18446744073709551662],[6],0.5,2;", "f:1:1: unknown command '[18446744073709551662]'"},
+        {"(1,2);", "f:1:1: expected a command, found a vector"},
+        {"fg\n  gradinets,1,2;", "f:2:3: unknown keyword 'gradinets' behind 'fg', did you mean 'gradients'?"},
+        {"fg \"reset\";", "f:1:4: expected a keyword behind 'fg', found a text"},
+        {"fg gradients,1,(2,3);",
+         "f:1:16: argument 2 of 'fg gradients': expected a number, found a vector; the nearest form is 'fg gradients d "
+         "d'"},
+        {"fg gradients,1;", "f:1:15: too few arguments for 'fg gradients'; the nearest form is 'fg gradients d d'"},
+        {"fg gradients,1,2,3;",
+         "f:1:18: too many arguments for 'fg gradients', found '3'; the nearest form is 'fg gradients d d'"},
+        {"fg gradients 1,2;", "f:1:14: expected ',' or ';' behind 'fg gradients', found '1'"},
+        {"fg gradients,1x,2;", "f:1:15: expected ',' or ';' behind 'fg gradients', found 'x'"},
+        {"about\"x\";", "f:1:6: expected white space behind 'about', found a text"},
+        {"about x;",
+         "f:1:7: argument 1 of 'about': expected a text in double quotes, found 'x'; the nearest form is 'about s'"},
+        {"threads 1.5;",
+         "f:1:9: argument 1 of 'threads': expected an integer, found '1.5'; the nearest form is 'threads i'"},
+        {"threads 2147483648;",
+         "f:1:9: argument 1 of 'threads': expected an integer, found '2147483648'; the nearest form is 'threads i'"},
+        {"lightOp s,shadow,2;",
+         "f:1:18: argument 2 of 'lightOp shadow': expected 0 or 1, found '2'; the nearest form is 'lightOp S shadow "
+         "b'"},
+        {"vector v,(1,2;", "f:1:14: argument 2 of 'vector': expected ',' or ')'; the nearest form is 'vector N V'"},
+        {"vector v,();",
+         "f:1:11: argument 2 of 'vector': expected a number in the parentheses; the nearest form is 'vector N V'"},
+        {"vector v,(1,2,3,4,5);",
+         "f:1:19: argument 2 of 'vector': too many numbers in parentheses; the nearest form is 'vector N V'"},
+        {"axes a,<1,2>;", "f:1:12: argument 2 of 'axes': expected three angles; the nearest form is 'axes N A'"},
+        {"coordSys c,(1,2,3);",
+         "f:1:19: argument 2 of 'coordSys': expected '@' and axes behind the position; the nearest form is 'coordSys N "
+         "C'"},
+        {"fs cat,\"a;\nreset;", "f:1:8: the text that begins here is not closed"},
+        {"stop 1;", "f:1:6: too many arguments for 'stop', found '1'; the nearest form is 'stop'"},
+        {"delete ;", "f:1:8: too few arguments for 'delete'; the nearest form is 'delete S'"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(firstMessage(row.text), row.message) << row.text;
+}
+
+TEST(Language, NamesAllMistakesOfAFile) {
+    const char* const text =
+        "surface s,diffuse,t;\n"
+        "surfce s,black;\n"                           // 2:1
+        "light l,piont,{(0,1,0),(0,2,0)},(1,1,1);\n"  // 3:9
+        "echo \"a; b\";\nfg gradients,1\n;\n"         // 5:15, at the end of the command
+        "vector v,\n  \"text\";\n"                    // 8:3
+        "render 1;\n"                                 // 9:8
+        "threads many;\n"                             // 10:9
+        "axes a,<1,2,3;\n"                            // 11:14
+        "echo \"one\" \"two\";\n"                     // 12:12
+        "sett pixelFilter,boxx,1;\n"                  // 13:18
+        "camera perspective,(1,1),45,(0,0,0)@eye;\n"  // 14:37
+        "stop;";
+    const std::pair<size_t, size_t> expected[] = {{2, 1},  {3, 9},   {6, 1},   {8, 3},   {9, 8},
+                                                  {10, 9}, {11, 14}, {12, 12}, {13, 18}, {14, 37}};
+    std::vector<std::pair<size_t, size_t>> found;
+    size_t commands = 0;
+    TextReader reader{std::string_view(text)};
+    Command command;
+    for (ReadResult result; (result = reader.next(command)) != ReadResult::End;) {
+        const Position& position = reader.diagnostic().position;
+        if (result == ReadResult::Error) found.emplace_back(position.line, position.column);
+        if (result == ReadResult::Command) ++commands;
+    }
+    EXPECT_EQ(found, (std::vector<std::pair<size_t, size_t>>(std::begin(expected), std::end(expected))));
+    EXPECT_EQ(commands, 3u);
+}
+
+TEST(Language, TellsEmptyAndNullTextsOfABlockApart) {
+    struct Row {
+        std::string block;
+        const char* text;
+    };
+    const Row rows[] = {
+        {blockOf({40, 0}), "about \"\";"},
+        {blockOf({40, 0, 0x1100}), "about \"\";"},  // the padding holds anything
+        {blockOf({40, 0, 0x11}), "too many arguments"},
+        {blockOf({31, 0, 0, bitsOf(5)}), "zant \"\",5;"},
+        {blockOf({31, 0, 0, 0, bitsOf(5)}), "zant \"\",5;"},
+        {blockOf({41, 0, 0}), "parse \"\";"},  // an empty text is preferred to two null ones
+        {blockOf({41, 0, 0, 0, 0}), "parse \"\",\"\";"},
+        {blockOf({46, 6, 0, bitsOf(0.5), 0, bitsOf(2)}), "fg gradients,0.5,2;"},
+        {blockOf({46, 99, 0, bitsOf(0.5)}), "expected a keyword behind 'fg', found the word 99"},
+        {blockOf({42, 0, 7}), "delete seven;"},
+        {blockOf({42, 0, 8}), "no object has this registered word"},
+    };
+    class Seven : public SymbolResolver {
+        const char* nameOf(uint64_t registered) override { return registered == 7 ? "seven" : nullptr; }
+    } names;
+    BinaryReader reader(&names);
+    Command command;
+    TextWriter writer;
+    for (const Row& row : rows) {
+        const ReadResult result = reader.read(row.block.data(), row.block.size(), command);
+        const std::string said = result == ReadResult::Command ? writer.write(command) : reader.diagnostic().message;
+        EXPECT_NE(said.find(row.text), std::string::npos) << said << " instead of " << row.text;
+    }
+}
+
+TEST(Language, StaysInsideOfDamagedInput) {
+    RandomCommands random(11);
+    std::mt19937 chance(12);
+    Command command;
+    TextWriter writer, quickWriter(TextWriter::Form::Quick);
+    BinaryWriter blockWriter;
+    size_t inputs = 0;
+    const auto damage = [&](const std::string& input, CheckResult (*check)(std::string_view)) {
+        for (size_t size = 0; size < input.size(); ++size, ++inputs) {
+            ASSERT_EQ(check(std::string_view(input).substr(0, size)).fault, "") << input;
+        }
+        for (size_t at = 0; at < input.size(); ++at) {
+            for (const int byte : {0, 1, 0x22, 0x3B, 0xFF, static_cast<int>(chance() % 256)}) {
+                std::string changed = input;
+                changed[at] = static_cast<char>(byte);
+                ASSERT_EQ(check(changed).fault, "") << changed;
+                ++inputs;
+            }
+        }
+    };
+    for (size_t k = 0; k < allForms().size(); k += 29) {
+        random.make(allForms()[k], command);
+        damage(writer.write(command), checkText);
+        damage(quickWriter.write(command), checkText);
+        const void* block = blockWriter.write(command);
+        damage({static_cast<const char*>(block), blockWriter.size()}, checkBlock);
+    }
+    for (int k = 0; k < 3000; ++k, ++inputs) {
+        std::string noise(chance() % 64, '\0');
+        for (char& byte : noise)
+            byte = static_cast<char>(chance());
+        ASSERT_EQ(checkText(noise).fault, "");
+        ASSERT_EQ(checkBlock(noise).fault, "");
+    }
+    EXPECT_GT(inputs, 20000u);
+}
+
+TEST(Language, KeepsNothingOfALongText) {
+    class Repeated : public TextSource {
+    public:
+        size_t left = 400000;
+        size_t read(char* into, size_t room) override {
+            const size_t count = std::min(left, room / line.size());
+            for (size_t k = 0; k < count; ++k)
+                line.copy(into + k * line.size(), line.size());
+            left -= count;
+            return count * line.size();
+        }
+        const std::string_view line =
+            "light l,point,{(0,1,0),(0,2,0),(0,3,0)},(0.5,0.5,1);   \necho \"; again \"\"\";\n";
+    };
+    const auto memory = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    Repeated source;
+    const size_t size = source.left * source.line.size();
+    ASSERT_GE(size, 30000000u);
+    TextReader reader(source);
+    Command command;
+    size_t commands = 0;
+    long before = 0;
+    while (reader.next(command) == ReadResult::Command) {
+        if (++commands == 1000) before = memory();
+    }
+    EXPECT_EQ(commands, 800000u) << reader.diagnostic().describe("text");
+    EXPECT_EQ(reader.consumed(), size);
+    EXPECT_LT(memory() - before, 2048) << "kilobytes";
+}
+
+TEST(Language, ReadsACommandThatIsLongerThanTheWindow) {
+    std::string text = "postProcess filter,{0";
+    for (int k = 1; k < 5000; ++k)
+        text += "," + std::to_string(k);
+    text += "};about;";
+    const CheckResult result = checkText(text);
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.commands, 2u);
+}
+
+TEST(Language, ReadsAmbiguousFormsInTheOrderOfTheForms) {
+    // about S; about reset (number 64 of the command words); about s d
+    const FormToken symbol[] = {{ArgumentKind::Symbol, 0, 0}};
+    const FormToken keyword[] = {{ArgumentKind::Keyword, 0, 64}};
+    const FormToken keywordAndNumber[] = {{ArgumentKind::Keyword, 0, 64}, {ArgumentKind::Double, 0, 0}};
+    const Form forms[] = {{"symbol", "about S", symbol, 1, 40, 1, false, nullptr},
+                          {"keyword", "about reset d", keywordAndNumber, 2, 40, 1, false, nullptr},
+                          {"again", "about S", symbol, 1, 40, 1, false, nullptr}};
+    const Grammar grammar({forms, 3}, keywordTables());
+    EXPECT_EQ(grammar.ambiguities().sameSequence.size(), 1u);
+    EXPECT_EQ(grammar.ambiguities().keywordOrArgument.size(), 1u);
+    const Form alone[] = {{"keyword", "about reset", keyword, 1, 40, 0, false, nullptr}, forms[0]};
+    const Grammar both({alone, 2}, keywordTables());
+
+    const auto formOf = [](const char* text, const Grammar& of) {
+        TextReader reader(text, of);
+        Command command;
+        return reader.next(command) == ReadResult::Command ? command.form->function : "error";
+    };
+    EXPECT_STREQ(formOf("about reset,1;", grammar), "keyword");
+    EXPECT_STREQ(formOf("about reset;", grammar), "symbol") << "the keyword does not fit to the end";
+    EXPECT_STREQ(formOf("about reset;", both), "keyword");
+    EXPECT_STREQ(formOf("about [64];", both), "keyword");
+}
+
+TEST(Language, FindsFormsForPeople) {
+    EXPECT_EQ(findForms("fg").size(), formsOf(46).size());
+    const auto blurs = findForms("blur2");
+    ASSERT_EQ(blurs.size(), 4u);
+    EXPECT_STREQ(blurs[0]->function, "surface4_blur2");
+    EXPECT_TRUE(findForms("").empty());
+    EXPECT_TRUE(findForms("nothing like it").empty());
+    EXPECT_STREQ(nearestCommandWord("shapeAd"), "shapeAdd");
+    EXPECT_EQ(nearestCommandWord("xyzzyplugh"), nullptr);
+}
