@@ -68,11 +68,20 @@ std::string describe(const ZantAxesCore& axes) {
                             : std::string("<>");
 }
 
+bool isVector(const ZantVectorCore& vector) {
+    return vector.count >= 0 && vector.count <= 4;
+}
+
 std::string describe(const ZantVectorCore& vector) {
     std::string text = "(";
     for (int i = 0; i < vector.count; ++i)
         text += fmt::format(i ? ", {}" : "{}", vector.values[i]);
     return text + ")";
+}
+
+std::string describe(const ZantCoordSysCore& system) {
+    return fmt::format("({}, {}, {}) @ {}", system.position[0], system.position[1], system.position[2],
+                       describe(system.axes));
 }
 
 /// Reads a declared value back, whatever its type is: the engine leaves the code of what it delivers.
@@ -86,7 +95,9 @@ std::string readBack(Instance& instance, const std::string& name) {
         if (record.type != type) continue;
         if (type == ZantValueNumber) return fmt::format("{}", record.value.number);
         if (type == ZantValueString) return record.value.string ? record.value.string : "";
-        if (type == ZantValueVector) return describe(record.value.vector);
+        // Coordinate systems travel under the code of vectors; where a vector has its count, they have an angle.
+        if (type == ZantValueVector)
+            return isVector(record.value.vector) ? describe(record.value.vector) : describe(record.value.coordSys);
         return describe(record.value.axes);
     }
     return "a value of another kind";
