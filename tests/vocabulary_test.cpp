@@ -3,174 +3,61 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <map>
 #include <sstream>
 
 #include "client/encoding/commandbinarybuffer.h"
 #include "client/encoding/commandtextbuffer.h"
-#include "client/engine/instance.h"
-#include "client/engine/library.h"
 #include "client/protos/forms.h"
-#include "tests/vocabulary/row.h"
+#include "tests/recordingengine.h"
+#include "tests/vocabulary/expected.h"
 
 namespace {
 
 using namespace Vocabulary;
 using Words = std::vector<std::string>;
 
-constexpr size_t functionCount = 2165;
-
 Words split(const std::string& text) {
     std::istringstream in(text);
     return {std::istream_iterator<std::string>(in), {}};
 }
 
-/// One place of a row's sequence: a keyword, or the letter of an argument and its parameter.
-struct Place {
-    int number = 0;  // of a keyword; 0 for an argument
-    std::string word;
-    size_t parameter = 0;
-};
-
-std::vector<Place> placesOf(const Row& row) {
-    std::vector<Place> places;
-    size_t parameter = 0;
-    for (const std::string& part : split(row.sequence)) {
-        const size_t colon = part.find(':');
-        if (colon != std::string::npos) {
-            places.push_back({std::stoi(part), part.substr(colon + 1), 0});
-        } else {
-            places.push_back({0, row.wide && part == "s" ? "W" : part, parameter++});
-        }
-    }
-    return places;
-}
-
-/// An engine that keeps the last command it was given.
-struct CapturingEngine {
-    static inline std::vector<unsigned char> data;
-    static inline int mode = -1;
-    static inline int parses = 0;
-
-    static int parse(void*, const void* command, const char*, int parseMode) {
-        mode = parseMode;
-        ++parses;
-        uint64_t size = 0;
-        if (mode == Zant::ParseBinary) {
-            std::memcpy(&size, command, sizeof size);
-        } else {
-            size = std::strlen(static_cast<const char*>(command));
-        }
-        const auto* first = static_cast<const unsigned char*>(command);
-        data.assign(first, first + size);
-        return 0;
-    }
-
-    static void init(Zant::Library* library) {
-        static Zant::LibraryFunctionsVtable libraryTable{};
-        libraryTable.exit = [] {};
-        libraryTable.createInstance = [](Zant::Instance* instance) -> void* { return instance; };
-        libraryTable.destroyInstance = [](ZantLibraryInstance*) {};
-        libraryTable.getInfoInt = [](int) { return 1; };
-        static Zant::ParserFunctionsVtable parserTable{};
-        parserTable.parse = parse;
-        library->vtables.parser = &parserTable;
-        library->vtables.library = &libraryTable;
-    }
-};
-
-class VocabularyTest : public ::testing::Test {
+class VocabularyTest : public RecordingEngine::Test {
 protected:
     Recorder recorder;
     Arguments arguments{recorder.events};
-    Zant::Library library{CapturingEngine::init, "./"};
-    Zant::Instance* instance = library.createInstanceWithListner(nullptr);
 
-    void call(const Row& row, Zant::CommandBuffer& buffer) {
-        void* word = &buffer;
-        row.call.invoke(row.call.function, &word, arguments);
-    }
-
-    /// Calls a row through a buffer of an instance. @return the command as the engine got it
+    /// @return the command as it reaches the engine
     template <typename Buffer>
-    const std::vector<unsigned char>& send(const Row& row, int mode) {
-        Buffer buffer(instance);
-        CapturingEngine::parses = 0;
-        call(row, buffer);
-        EXPECT_EQ(CapturingEngine::parses, 1);
-        EXPECT_EQ(CapturingEngine::mode, mode);
-        return CapturingEngine::data;
-    }
-
-    std::vector<Event> expectedEvents(const Row& row) const {
-        std::vector<Event> events, registrations;
-        for (const Place& place : placesOf(row)) {
-            if (place.number != 0) {
-                events.push_back({"addEnum", static_cast<double>(place.number), place.word, nullptr});
-            } else {
-                events.push_back(arguments.event(place.word, place.parameter));
-            }
-            if (place.word == "N") registrations.push_back(arguments.registration(place.parameter));
-        }
-        events.push_back({"parse"});
-        events.insert(events.end(), registrations.begin(), registrations.end());
-        return events;
-    }
-
-    std::string expectedText(const Row& row, bool quick) const {
-        std::string text;
-        const char* separator = "";
-        for (const Place& place : placesOf(row)) {
-            text += separator;
-            if (place.number == 0) {
-                text += arguments.text(place.word, place.parameter);
-            } else {
-                text += quick ? "[" + std::to_string(place.number) + "]" : place.word;
-            }
-            separator = *separator == '\0' && !quick ? " " : ",";
-        }
-        return text + ";";
-    }
-
-    Block expectedBlock(const Row& row) const {
-        Block block;
-        for (const Place& place : placesOf(row)) {
-            if (place.number == 0) {
-                arguments.write(block, place.word, place.parameter);
-            } else {
-                block.word(static_cast<uint64_t>(place.number));
-            }
-        }
-        block.end();
-        return block;
+    std::string sent(const Row& row, int mode) {
+        RecordingEngine::state.parsed.clear();
+        send<Buffer>(row, instance, arguments);
+        EXPECT_EQ(RecordingEngine::state.parsed.size(), 1U);
+        EXPECT_EQ(RecordingEngine::state.parsed.back().mode, mode);
+        return RecordingEngine::state.parsed.back().data;
     }
 };
-
-std::string asText(const std::vector<unsigned char>& data) {
-    return {data.begin(), data.end()};
-}
 
 TEST_F(VocabularyTest, EveryFunctionSendsItsFormAndRegistersAfterParse) {
     size_t checked = 0;
     for (const Row& row : rows) {
         recorder.events.clear();
-        call(row, recorder);
-        EXPECT_EQ(recorder.events, expectedEvents(row)) << row.name;
+        call(row, recorder, arguments);
+        EXPECT_EQ(recorder.events, Expected(row, arguments).events()) << row.name;
         ++checked;
     }
     EXPECT_EQ(checked, functionCount);
 }
 
-TEST_F(VocabularyTest, EveryFunctionReadsTheSameInAllEncodings) {
+TEST_F(VocabularyTest, EveryFunctionWritesItsFormInAllEncodings) {
     size_t checked = 0;
     for (const Row& row : rows) {
-        EXPECT_EQ(asText(send<Zant::CommandTextBuffer>(row, Zant::ParseText)), expectedText(row, false)) << row.name;
-        EXPECT_EQ(asText(send<Zant::CommandQuickTextBuffer>(row, Zant::ParseQuickText)), expectedText(row, true))
-            << row.name;
-        const std::vector<unsigned char>& block = send<Zant::CommandBinaryBuffer>(row, Zant::ParseBinary);
-        EXPECT_EQ(expectedBlock(row).difference(block), -1) << row.name << ", first difference at this byte";
+        const Expected expected(row, arguments);
+        EXPECT_EQ(sent<Zant::CommandTextBuffer>(row, Zant::ParseText), expected.text(false)) << row.name;
+        EXPECT_EQ(sent<Zant::CommandQuickTextBuffer>(row, Zant::ParseQuickText), expected.text(true)) << row.name;
+        const std::string block = sent<Zant::CommandBinaryBuffer>(row, Zant::ParseBinary);
+        EXPECT_EQ(expected.block().difference(block), -1) << row.name << ", first difference at this byte";
         ++checked;
     }
     EXPECT_EQ(checked, functionCount);

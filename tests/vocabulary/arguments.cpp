@@ -27,10 +27,6 @@ double valueAt(size_t place) {
     return static_cast<double>(place + 1);
 }
 
-bool isRegisteredAt(size_t place) {
-    return place % 2 == 1;
-}
-
 }  // namespace
 
 bool Event::operator==(const Event& other) const {
@@ -94,9 +90,10 @@ void Block::end() {
     setWord(0, bytes.size());
 }
 
-long Block::difference(const std::vector<unsigned char>& other) const {
+long Block::difference(const std::string& other) const {
     for (size_t offset = 0; offset < bytes.size() && offset < other.size(); ++offset) {
-        if (known[offset] && bytes[offset] != other[offset]) return static_cast<long>(offset);
+        if (known[offset] && bytes[offset] != static_cast<unsigned char>(other[offset]))
+            return static_cast<long>(offset);
     }
     return bytes.size() == other.size() ? -1 : static_cast<long>(std::min(bytes.size(), other.size()));
 }
@@ -115,14 +112,14 @@ struct Arguments::Sample {
           mesh(buffer, numbered("M", place).c_str()),
           vertexMap(buffer, numbered("X", place).c_str()),
           numberItems{valueAt(place), 0.5},
-          vectorItems{vector, Zant::Vector(0, 1)},
+          vectorItems{vector, Zant::Vector(0, 1, 2)},
           coordSysItems{coordSys},
           symbolItems{&symbol, &mesh},
           numbers(numberItems),
           vectors(vectorItems),
           coordSystems(coordSysItems),
           symbols(symbolItems) {
-        if (isRegisteredAt(place)) symbol.registered = 9000 + place;
+        if (place % 2 == 1) symbol.registered = 9000 + place;
     }
 
     std::string text;
@@ -158,7 +155,7 @@ double Arguments::at(size_t place) const {
 }
 template <>
 int Arguments::at(size_t place) const {
-    return -20 - static_cast<int>(place);
+    return 2 + static_cast<int>(place);
 }
 template <>
 bool Arguments::at(size_t place) const {
@@ -228,7 +225,7 @@ const Zant::VarLenSymbol& Arguments::at(size_t place) const {
 Event Arguments::event(const std::string& letter, size_t place) const {
     const Sample& sample = *samples[place];
     if (letter == "d") return {"addDouble", at<double>(place), {}, nullptr};
-    if (letter == "i") return {"addDouble", -20.0 - static_cast<double>(place), {}, nullptr};
+    if (letter == "i") return {"addDouble", 2.0 + static_cast<double>(place), {}, nullptr};
     if (letter == "b") return {"addDouble", place % 2 == 0 ? 1.0 : 0.0, {}, nullptr};
     if (letter == "u") return {"addDouble", 1000.0 + static_cast<double>(place), {}, nullptr};
     if (letter == "s") return {"addString", 0, {}, sample.text.c_str()};
@@ -252,11 +249,19 @@ Event Arguments::registration(size_t place) const {
     return {"registerSymbol", 0, {}, static_cast<const Zant::Symbol*>(&samples[place]->declared)};
 }
 
+void Arguments::setRegistered(size_t place, uint64_t word) {
+    samples[place]->symbol.registered = word;
+}
+
+bool Arguments::isRegistered(size_t place) const {
+    return samples[place]->symbol.registered != 0;
+}
+
 std::string Arguments::text(const std::string& letter, size_t place) const {
     const std::string v = std::to_string(place + 1);
     const std::string vector = "(" + v + ",0.25,-" + v + ")";
     if (letter == "d") return v + ".5";
-    if (letter == "i") return "-" + std::to_string(20 + place);
+    if (letter == "i") return std::to_string(2 + place);
     if (letter == "b") return place % 2 == 0 ? "1" : "0";
     if (letter == "u") return std::to_string(1000 + place);
     if (letter == "s" || letter == "W") return "\"\xC3\xA9" + v + "\"";
@@ -264,7 +269,7 @@ std::string Arguments::text(const std::string& letter, size_t place) const {
     if (letter == "A") return "<90,0,0>*(" + std::to_string(place + 2) + ")";
     if (letter == "C" || letter == "LC") return "(" + v + ",0,-1)@<90,0,0>";
     if (letter == "Ld") return "{" + v + ",0.5}";
-    if (letter == "LV") return "{" + vector + ",(0,1)}";
+    if (letter == "LV") return "{" + vector + ",(0,1,2)}";
     if (letter == "LS") return "{S" + v + ",M" + v + "}";
     return letter + v;
 }
@@ -273,9 +278,9 @@ void Arguments::write(Block& block, const std::string& letter, size_t place) con
     const double v = valueAt(place);
     const std::string name = letter + std::to_string(place + 1);
     const auto writeSymbol = [&] {
-        if (!isRegisteredAt(place)) return block.text(numbered("S", place));
+        if (!isRegistered(place)) return block.text(numbered("S", place));
         block.word(0);
-        block.word(9000 + place);
+        block.word(samples[place]->symbol.registered);
     };
     const auto writeCoordSys = [&] {
         for (const double value : {v, 0.0, -1.0}) {
@@ -286,7 +291,7 @@ void Arguments::write(Block& block, const std::string& letter, size_t place) con
         block.numbers(2, {quarterTurn, 0, 0, 1, 1, 1});
     };
     if (letter == "d") return block.number(v + 0.5);
-    if (letter == "i") return block.number(-19 - v);
+    if (letter == "i") return block.number(1 + v);
     if (letter == "b") return block.number(place % 2 == 0 ? 1 : 0);
     if (letter == "u") return block.number(999 + v);
     if (letter == "s" || letter == "W") return block.text(numbered("\xC3\xA9", place));
@@ -301,7 +306,7 @@ void Arguments::write(Block& block, const std::string& letter, size_t place) con
         block.number(0.5);
     } else if (letter == "LV") {
         block.numbers(3, {v, 0.25, -v});
-        block.numbers(2, {0, 1});
+        block.numbers(3, {0, 1, 2});
     } else if (letter == "LC") {
         writeCoordSys();
     } else {

@@ -64,7 +64,7 @@ public:
     void end();
 
     /// @return the first byte that differs, or -1
-    long difference(const std::vector<unsigned char>& other) const;
+    long difference(const std::string& other) const;
 
 private:
     void put(const void* data, size_t size);
@@ -93,6 +93,10 @@ public:
     void write(Block& block, const std::string& letter, size_t place) const;
     /// The registration of the declared symbol.
     Event registration(size_t place) const;
+
+    /// Gives the plain symbol its registered word; the symbols at every other place have one from the start.
+    void setRegistered(size_t place, uint64_t word);
+    bool isRegistered(size_t place) const;
 
 private:
     struct Sample;

@@ -36,20 +36,21 @@ using LS = const Zant::VarLenSymbol&;
 /// A typed function, and how to call it with the arguments of a test.
 struct Call {
     void (*function)();
-    void (*invoke)(void (*function)(), void* protos, Arguments& arguments);
+    void (*invoke)(void (*function)(), void* protos, const Arguments& arguments);
 };
 
 template <typename... Types>
 struct Parameters {
     using Function = void(void*, Types...);
 
-    static void invoke(void (*function)(), void* protos, Arguments& arguments) {
+    static void invoke(void (*function)(), void* protos, const Arguments& arguments) {
         invokeWith(function, protos, arguments, std::index_sequence_for<Types...>());
     }
 
 private:
     template <size_t... indices>
-    static void invokeWith(void (*function)(), void* protos, Arguments& arguments, std::index_sequence<indices...>) {
+    static void invokeWith(void (*function)(), void* protos, const Arguments& arguments,
+                           std::index_sequence<indices...>) {
         static_cast<void>(arguments);  // unused without parameters
         reinterpret_cast<Function*>(function)(protos, arguments.at<Types>(indices)...);
     }
