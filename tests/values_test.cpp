@@ -384,8 +384,12 @@ TEST(Values, PointsMatchTheLiteralEvaluation) {
         for (int i = 0; moves && !inverse && i < 3; ++i) {
             expected.values[i] += system.position[i];
         }
+        Vector points[] = {point, Vector(1, 2), point};
         EXPECT_EQ(system.transform(point, inverse), 1);
+        EXPECT_EQ(system.transform(points, 3, inverse), 1);
         ASSERT_TRUE(sameBits(point.values, expected.values)) << form;
+        ASSERT_TRUE(sameBits(points[0].values, expected.values)) << form;
+        ASSERT_TRUE(sameBits(points[2].values, expected.values)) << form;
     }
 }
 

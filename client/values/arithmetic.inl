@@ -1,13 +1,95 @@
-// Sums and products of three in their defined order, for the source files of this folder only: those are compiled
-// without contraction, so that every product and every sum is rounded. Sums start at 0.0, which shows in the sign of a
-// zero result.
+// The arithmetic of three-component rows, for the source files of this folder only: those are compiled without
+// contraction, so that every product and every sum is rounded on its own. Sums start at 0.0, which shows in the sign of
+// a zero result, and take their terms in the order of the index.
 #ifndef ZANT_CLIENT_VALUES_ARITHMETIC_INL
 #define ZANT_CLIENT_VALUES_ARITHMETIC_INL
 
 #include <cmath>
+#include <cstring>
+
+#include "client/records/zant_records.h"
 
 namespace Zant {
 namespace Arithmetic {
+
+/// Two doubles that are worked on at once; each gets the result that it would get alone.
+using Pair = double __attribute__((vector_size(16)));
+
+inline Pair load(const double* from) {
+    Pair pair;
+    std::memcpy(&pair, from, sizeof pair);
+    return pair;
+}
+
+inline Pair both(double value) {
+    return Pair{value, value};
+}
+
+/// A row of a 3x3 matrix.
+struct Row3 {
+    Pair xy;
+    double z;
+
+    explicit Row3(const double* from) : xy(load(from)), z(from[2]) {}
+    Row3(double a, double b, double c) : xy{a, b}, z(c) {}
+
+    void store(double* to) const {
+        std::memcpy(to, &xy, sizeof xy);
+        to[2] = z;
+    }
+    Row3 operator+(const Row3& other) const { return {xy + other.xy, z + other.z}; }
+    Row3 operator-(const Row3& other) const { return {xy - other.xy, z - other.z}; }
+    Row3 operator*(double factor) const { return {xy * both(factor), z * factor}; }
+
+private:
+    Row3(Pair a, double b) : xy(a), z(b) {}
+};
+
+/// A row of a 4x4 matrix.
+struct Row4 {
+    Pair xy;
+    Pair zw;
+
+    explicit Row4(const double* from) : xy(load(from)), zw(load(from + 2)) {}
+    Row4(double a, double b, double c, double d) : xy{a, b}, zw{c, d} {}
+
+    void store(double* to) const {
+        std::memcpy(to, &xy, sizeof xy);
+        std::memcpy(to + 2, &zw, sizeof zw);
+    }
+    Row4 operator+(const Row4& other) const { return {xy + other.xy, zw + other.zw}; }
+    Row4 operator*(double factor) const { return {xy * both(factor), zw * both(factor)}; }
+
+private:
+    Row4(Pair a, Pair b) : xy(a), zw(b) {}
+};
+
+/// The row vector v times the matrix of three rows.
+inline Row3 times(const double* v, const Row3& a, const Row3& b, const Row3& c) {
+    return Row3(0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2];
+}
+
+inline Row4 times(const double* v, const Row4& a, const Row4& b, const Row4& c, const Row4& d) {
+    return Row4(0.0, 0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2] + d * v[3];
+}
+
+inline Row3 times(const double* v, const double* matrix) {
+    return times(v, Row3(matrix), Row3(matrix + 3), Row3(matrix + 6));
+}
+
+/// Sets m to m times the matrix of three rows, which may come from m.
+inline void multiply(double* m, Row3 a, Row3 b, Row3 c) {
+    for (int i = 0; i < 9; i += 3) {
+        times(m + i, a, b, c).store(m + i);
+    }
+}
+
+/// Sets m to m times the matrix of four rows, which may come from m.
+inline void multiply(double* m, Row4 a, Row4 b, Row4 c, Row4 d) {
+    for (int i = 0; i < 16; i += 4) {
+        times(m + i, a, b, c, d).store(m + i);
+    }
+}
 
 inline double dot(const double* a, const double* b) {
     return 0.0 + a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
@@ -24,12 +106,47 @@ inline void cross(double* out, const double* a, const double* b) {
     out[2] = a[0] * b[1] - a[1] * b[0];
 }
 
-/// Replaces the row vector v by v times the matrix of three rows at m.
-inline void rotate(double* v, const double* m) {
-    const double x = v[0], y = v[1], z = v[2];
-    for (int c = 0; c < 3; ++c) {
-        v[c] = 0.0 + x * m[c] + y * m[3 + c] + z * m[6 + c];
+inline double determinant(const double* m) {
+    return m[3] * m[7] * m[2] + m[0] * m[4] * m[8] + m[6] * m[1] * m[5] - m[3] * m[1] * m[8] - m[0] * m[7] * m[5] -
+           m[6] * m[4] * m[2];
+}
+
+/// The adjugate times the reciprocal of the determinant. The target may be the operand.
+inline void invert(double* out, const double* m) {
+    const double factor = 1.0 / determinant(m);
+    const Row3 a(m[4] * m[8] - m[5] * m[7], m[2] * m[7] - m[1] * m[8], m[1] * m[5] - m[2] * m[4]);
+    const Row3 b(m[5] * m[6] - m[3] * m[8], m[0] * m[8] - m[2] * m[6], m[2] * m[3] - m[0] * m[5]);
+    const Row3 c(m[3] * m[7] - m[4] * m[6], m[1] * m[6] - m[0] * m[7], m[0] * m[4] - m[1] * m[3]);
+    (a * factor).store(out);
+    (b * factor).store(out + 3);
+    (c * factor).store(out + 6);
+}
+
+/// diag(scales) * rotation(0, 1, bank) * rotation(1, 2, pitch) * rotation(2, 0, heading) of six doubles.
+///
+/// The zeros and ones of the rotations are multiplied out by hand. What is left of them is that their sums start at
+/// +0, so that no element of the first product is a negative zero.
+inline void fromAngles(double* out, const double* axes) {
+    const double sh = std::sin(axes[0]), ch = std::cos(axes[0]);
+    const double sp = std::sin(axes[1]), cp = std::cos(axes[1]);
+    const double sb = std::sin(axes[2]), cb = std::cos(axes[2]);
+    const double bankAndPitch[9] = {
+        0.0 + cb, 0.0 + sb * cp, 0.0 + sb * sp, 0.0 - sb, 0.0 + cb * cp, 0.0 + cb * sp, 0.0, 0.0 - sp, 0.0 + cp,
+    };
+    for (int i = 0; i < 3; ++i) {
+        const double* row = bankAndPitch + 3 * i;
+        const Row3 turned(0.0 + row[0] * ch + row[2] * sh, row[1], 0.0 + row[0] * -sh + row[2] * ch);
+        (turned * axes[3 + i]).store(out + 3 * i);
     }
+}
+
+/// The matrix of axes in any form: their own, or one that is built in the room of nine doubles.
+inline const double* matrixOf(const ZantAxesCore& axes, double* room) {
+    static constexpr double Eye[9] = {1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0};
+    if (axes.rows == 3) return axes.m;
+    if (axes.rows == 0) return Eye;
+    fromAngles(room, axes.m);
+    return room;
 }
 
 }  // namespace Arithmetic

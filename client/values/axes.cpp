@@ -11,24 +11,25 @@ namespace {
 
 enum Form { FormEye = 0, FormAngles = 2, FormMatrix = 3 };
 
-void multiplyByRotation(Matrix3x3& matrix, int i, int j, double angle) {
-    Matrix3x3 rotation;
-    rotation.setRotation(i, j, angle);
-    matrix.multiply(rotation);
-}
-
-void undoRotation(Matrix3x3& matrix, int i, int j, double angle) {
-    Matrix3x3 rotation;
-    rotation.setRotation(i, j, angle);
-    matrix.multiplyTransposed(rotation);
-}
+using Arithmetic::Row3;
 
 /// Divides the rows by their lengths, which go to scales.
 void normalizeRows(Matrix3x3& matrix, double* scales) {
     for (int row = 0; row < 3; ++row) {
-        scales[row] = Arithmetic::length(matrix.m + 3 * row);
-        Vector::scale(matrix.m + 3 * row, 3, 1.0 / scales[row]);
+        double* elements = matrix.m + 3 * row;
+        scales[row] = Arithmetic::length(elements);
+        (Row3(elements) * (1.0 / scales[row])).store(elements);
     }
+}
+
+void undoHeading(Matrix3x3& matrix, double heading) {
+    const double sine = std::sin(heading), cosine = std::cos(heading);
+    Arithmetic::multiply(matrix.m, Row3(cosine, 0.0, sine), Row3(0.0, 1.0, 0.0), Row3(-sine, 0.0, cosine));
+}
+
+void undoPitch(Matrix3x3& matrix, double pitch) {
+    const double sine = std::sin(pitch), cosine = std::cos(pitch);
+    Arithmetic::multiply(matrix.m, Row3(1.0, 0.0, 0.0), Row3(0.0, cosine, -sine), Row3(0.0, sine, cosine));
 }
 
 bool isNeutral(const double* anglesAndScales) {
@@ -45,12 +46,7 @@ double scaleX(const ZantAxesCore& axes) {
 }  // namespace
 
 void Matrix3x3::fromAxes(const AxesHpb& axes) {
-    setRotation(0, 1, axes.m[2]);
-    multiplyByRotation(*this, 1, 2, axes.m[1]);
-    multiplyByRotation(*this, 2, 0, axes.m[0]);
-    for (int row = 0; row < 3; ++row) {
-        Vector::scale(m + 3 * row, 3, axes.m[3 + row]);
-    }
+    Arithmetic::fromAngles(m, axes.m);
 }
 
 void Matrix3x3::toAxes(AxesHpb* out, Matrix3x3& m) {
@@ -64,9 +60,9 @@ void Matrix3x3::toAxes(AxesHpb* out, Matrix3x3& m) {
         scales[2] = -scales[2];
     }
     angles[0] = std::atan2(m(2, 0), m(2, 2));
-    undoRotation(m, 2, 0, angles[0]);
+    undoHeading(m, angles[0]);
     angles[1] = std::atan2(-m(2, 1), m(2, 2));
-    undoRotation(m, 1, 2, angles[1]);
+    undoPitch(m, angles[1]);
     angles[2] = std::atan2(m(0, 1), m(0, 0));
 }
 
@@ -197,13 +193,8 @@ void Axes::toAxesHpb(const ZantAxesCore& source, AxesHpb& out) {
 }
 
 void Axes::toMatrix(const ZantAxesCore& source, Matrix3x3& out) {
-    if (source.rows == FormMatrix) {
-        asMatrix(source, out);
-    } else if (source.rows == FormEye) {
-        out = Matrix3x3();
-    } else {
-        out.fromAxes(AxesHpb(source.m[0], source.m[1], source.m[2], source.m[3], source.m[4], source.m[5]));
-    }
+    const double* matrix = Arithmetic::matrixOf(source, out.m);
+    if (matrix != out.m) std::copy_n(matrix, 9, out.m);
 }
 
 bool Axes::isAxesHpb(AxesHpb& out) const {

@@ -6,6 +6,30 @@
 
 namespace Zant {
 
+namespace {
+
+using Arithmetic::Row3;
+
+/// A system ready to move points: the rows of its matrix, or of the inverse, and its position.
+struct Mover {
+    Row3 x, y, z, offset;
+
+    Mover(const double* matrix, const double* position) : x(matrix), y(matrix + 3), z(matrix + 6), offset(position) {}
+
+    void moveOut(Vector& point) const {
+        Row3 moved = Arithmetic::times(point.values, x, y, z);
+        if (point.count == 3) moved = moved + offset;
+        moved.store(point.values);
+    }
+
+    void moveInto(Vector& point) const {
+        if (point.count == 3) (Row3(point.values) - offset).store(point.values);
+        Arithmetic::times(point.values, x, y, z).store(point.values);
+    }
+};
+
+}  // namespace
+
 CoordSys Axes::toCoordSys() const {
     return toCoordSys(0.0, 0.0, 0.0);
 }
@@ -43,15 +67,21 @@ void CoordSys::set(const ZantAxesCore& orientation) {
 }
 
 int CoordSys::transform(Vector& point, char inverse) const {
-    Matrix3x3 matrix;
-    Axes::toMatrix(axes, matrix);
+    if (inverse || axes.rows != 3) return transform(&point, 1, inverse);
+    Mover(axes.m, position).moveOut(point);
+    return 1;
+}
+
+int CoordSys::transform(Vector* points, size_t number, char inverse) const {
+    double room[9];
+    const double* matrix = Arithmetic::matrixOf(axes, room);
     if (inverse) {
-        matrix.inverse();
-        point -= getVector();
-        Arithmetic::rotate(point.values, matrix.m);
+        Arithmetic::invert(room, matrix);
+        const Mover mover(room, position);
+        std::for_each(points, points + number, [&mover](Vector& point) { mover.moveInto(point); });
     } else {
-        Arithmetic::rotate(point.values, matrix.m);
-        point += getVector();
+        const Mover mover(matrix, position);
+        std::for_each(points, points + number, [&mover](Vector& point) { mover.moveOut(point); });
     }
     return 1;
 }

@@ -27,9 +27,11 @@ public:
     void set(const ZantAxesCore& axes);
 
     /// Takes a point out of this system (into it, when inverse is not 0). A vector whose count is not 3 has its first
-    /// three components rotated and is not moved. For many points, put the axes into matrix form once.
+    /// three components rotated and is not moved.
     /// @return 1
     int transform(Vector& point, char inverse) const;
+    /// The same for each of a number of points; the matrix of the axes, or its inverse, is formed once for all of them.
+    int transform(Vector* points, size_t number, char inverse) const;
     /// Takes a coordinate system out of this one (into it, when inverse is not 0): its position as a point, its axes as
     /// Axes::transform() does. The target may be this object.
     /// @return 1

@@ -17,41 +17,32 @@ Matrix3x3 rotation(int i, int j, double angle) {
 
 }  // namespace
 
-template <int Dimension>
-MatrixTemplate<Dimension>::MatrixTemplate() : m{} {
-    for (int i = 0; i < Dimension; ++i) {
-        m[Dimension * i + i] = 1.0;
-    }
+template <>
+void MatrixTemplate<3>::multiply(const MatrixTemplate& other) {
+    using Arithmetic::Row3;
+    Arithmetic::multiply(m, Row3(other.m), Row3(other.m + 3), Row3(other.m + 6));
 }
 
-template <int Dimension>
-void MatrixTemplate<Dimension>::multiply(const MatrixTemplate& other) {
-    double product[Dimension * Dimension] = {};
-    for (int i = 0; i < Dimension; ++i) {
-        for (int k = 0; k < Dimension; ++k) {
-            for (int j = 0; j < Dimension; ++j) {
-                product[Dimension * i + j] += m[Dimension * i + k] * other.m[Dimension * k + j];
-            }
-        }
-    }
-    std::copy_n(product, Dimension * Dimension, m);
+template <>
+void MatrixTemplate<4>::multiply(const MatrixTemplate& other) {
+    using Arithmetic::Row4;
+    Arithmetic::multiply(m, Row4(other.m), Row4(other.m + 4), Row4(other.m + 8), Row4(other.m + 12));
 }
 
-template <int Dimension>
-void MatrixTemplate<Dimension>::multiplyTransposed(const MatrixTemplate& other) {
-    double product[Dimension * Dimension] = {};
-    for (int i = 0; i < Dimension; ++i) {
-        for (int k = 0; k < Dimension; ++k) {
-            for (int j = 0; j < Dimension; ++j) {
-                product[Dimension * i + j] += m[Dimension * i + k] * other.m[Dimension * j + k];
-            }
-        }
-    }
-    std::copy_n(product, Dimension * Dimension, m);
+template <>
+void MatrixTemplate<3>::multiplyTransposed(const MatrixTemplate& other) {
+    using Arithmetic::Row3;
+    const double* o = other.m;
+    Arithmetic::multiply(m, Row3(o[0], o[3], o[6]), Row3(o[1], o[4], o[7]), Row3(o[2], o[5], o[8]));
 }
 
-template class MatrixTemplate<3>;
-template class MatrixTemplate<4>;
+template <>
+void MatrixTemplate<4>::multiplyTransposed(const MatrixTemplate& other) {
+    using Arithmetic::Row4;
+    const double* o = other.m;
+    Arithmetic::multiply(m, Row4(o[0], o[4], o[8], o[12]), Row4(o[1], o[5], o[9], o[13]),
+                         Row4(o[2], o[6], o[10], o[14]), Row4(o[3], o[7], o[11], o[15]));
+}
 
 Matrix3x3::Matrix3x3(double m00, double m01, double m02, double m10, double m11, double m12, double m20, double m21,
                      double m22) {
@@ -71,20 +62,11 @@ bool Matrix3x3::isRightHanded() const {
 }
 
 double Matrix3x3::determinant() const {
-    return m[3] * m[7] * m[2] + m[0] * m[4] * m[8] + m[6] * m[1] * m[5] - m[3] * m[1] * m[8] - m[0] * m[7] * m[5] -
-           m[6] * m[4] * m[2];
+    return Arithmetic::determinant(m);
 }
 
 void Matrix3x3::inverse(Matrix3x3& out) const {
-    const double adjugate[9] = {
-        m[4] * m[8] - m[5] * m[7], m[2] * m[7] - m[1] * m[8], m[1] * m[5] - m[2] * m[4],
-        m[5] * m[6] - m[3] * m[8], m[0] * m[8] - m[2] * m[6], m[2] * m[3] - m[0] * m[5],
-        m[3] * m[7] - m[4] * m[6], m[1] * m[6] - m[0] * m[7], m[0] * m[4] - m[1] * m[3],
-    };
-    const double factor = 1.0 / determinant();
-    for (int i = 0; i < 9; ++i) {
-        out.m[i] = adjugate[i] * factor;
-    }
+    Arithmetic::invert(out.m, m);
 }
 
 void Matrix3x3::inverse() {
@@ -114,7 +96,7 @@ void Matrix3x3::fromRPY(double roll, double pitch, double yaw) {
 }
 
 void Matrix3x3::rotateVector(double* v) const {
-    Arithmetic::rotate(v, m);
+    Arithmetic::times(v, m).store(v);
 }
 
 Matrix4x4::Matrix4x4(const double (&elements)[16]) {

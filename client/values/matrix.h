@@ -18,7 +18,11 @@ class MatrixTemplate {
 public:
     double m[Dimension * Dimension];
 
-    MatrixTemplate();
+    constexpr MatrixTemplate() : m{} {
+        for (int i = 0; i < Dimension; ++i) {
+            m[(Dimension + 1) * i] = 1.0;
+        }
+    }
 
     double& operator()(int row, int column) { return m[Dimension * row + column]; }
     double operator()(int row, int column) const { return m[Dimension * row + column]; }
@@ -28,8 +32,15 @@ public:
     /// Sets this matrix to this * transpose of other, which may be this matrix.
     void multiplyTransposed(const MatrixTemplate& other);
 };
-extern template class MatrixTemplate<3>;
-extern template class MatrixTemplate<4>;
+
+template <>
+void MatrixTemplate<3>::multiply(const MatrixTemplate& other);
+template <>
+void MatrixTemplate<4>::multiply(const MatrixTemplate& other);
+template <>
+void MatrixTemplate<3>::multiplyTransposed(const MatrixTemplate& other);
+template <>
+void MatrixTemplate<4>::multiplyTransposed(const MatrixTemplate& other);
 
 /// A linear map of three dimensions: rotation, scale per axis, mirror.
 class Matrix3x3 : public MatrixTemplate<3> {

@@ -1,0 +1,204 @@
+// Vectors, matrices and angles against Imath's double versions.
+#include <Imath/ImathEuler.h>
+#include <Imath/ImathMatrix.h>
+#include <Imath/ImathVec.h>
+
+#include <array>
+#include <random>
+
+#include "bench/ratio.h"
+#include "client/values/coordsys.h"
+
+namespace {
+
+constexpr size_t Count = 200;  // what a contest touches fits into the first-level cache
+// Per turn: short turns are seldom interrupted on a busy machine.
+constexpr size_t Passes = 100;
+constexpr size_t AnglePasses = 10;
+
+double random(double limit) {
+    static std::mt19937_64 generator(7);
+    return std::uniform_real_distribution<double>(-limit, limit)(generator);
+}
+
+/// The same values for both sides: rotations without scale, so that repeated products stay bounded.
+struct Scene {
+    template <class Item>
+    using List = std::array<Item, Count>;
+
+    List<Zant::AxesHpb> angles;
+    List<Zant::Matrix3x3> matrices, results;
+    List<Zant::Matrix4x4> matrices4, results4;
+    List<Zant::CoordSys> systems, angleSystems;
+    List<Zant::Vector> points, others;
+
+    List<Imath::Eulerd> peerAngles;
+    List<Imath::M33d> peerMatrices, peerResults;
+    List<Imath::M44d> peerMatrices4, peerResults4;
+    List<Imath::V3d> peerPoints, peerOthers;
+
+    List<double> numbers;
+
+    Scene() {
+        for (size_t i = 0; i < Count; ++i) {
+            fill(i);
+        }
+    }
+
+private:
+    void fill(size_t i) {
+        angles[i] = Zant::AxesHpb(random(3), random(1.5), random(3));
+        matrices[i].fromAxes(angles[i]);
+        const Zant::Vector position(random(1), random(1), random(1));
+        const double(&p)[4] = position.values;
+        matrices4[i] = Zant::Matrix4x4(matrices[i], p[0], p[1], p[2]);
+        systems[i] = Zant::CoordSys(position, matrices[i]);
+        angleSystems[i] = Zant::CoordSys(position, angles[i]);
+        points[i] = Zant::Vector(random(10), random(10), random(10));
+        others[i] = Zant::Vector(random(1), random(1), random(1));
+
+        peerAngles[i] = Imath::Eulerd(angles[i].m[0], angles[i].m[1], angles[i].m[2], Imath::Eulerd::YXZ);
+        std::copy_n(matrices[i].m, 9, &peerMatrices[i].x[0][0]);
+        std::copy_n(matrices4[i].m, 16, &peerMatrices4[i].x[0][0]);
+        peerPoints[i] = Imath::V3d(points[i].values[0], points[i].values[1], points[i].values[2]);
+        peerOthers[i] = Imath::V3d(others[i].values[0], others[i].values[1], others[i].values[2]);
+        results[i] = matrices[i];
+        results4[i] = matrices4[i];
+        peerResults[i] = peerMatrices[i];
+        peerResults4[i] = peerMatrices4[i];
+    }
+};
+
+/// A turn that does the work for every index and keeps what was written.
+template <class Items, class Work>
+Contest::Turn each(const Items& results, Work work, size_t passes = Passes) {
+    return [&results, work, passes] {
+        for (size_t pass = 0; pass < passes; ++pass) {
+            for (size_t i = 0; i < Count; ++i) {
+                work(i);
+            }
+            keep(*results.data());
+        }
+    };
+}
+
+bool products(Scene& s) {
+    Contest three("3x3 product, in place", Count * Passes);
+    three.ours("Zant", each(s.results, [&s](size_t i) { s.results[i].multiply(s.matrices[i]); }), 1.0);
+    three.peer("Imath", each(s.peerResults, [&s](size_t i) { s.peerResults[i] *= s.peerMatrices[i]; }));
+    Contest four("4x4 product, in place", Count * Passes);
+    four.ours("Zant", each(s.results4, [&s](size_t i) { s.results4[i].multiply(s.matrices4[i]); }), 1.0);
+    four.peer("Imath", each(s.peerResults4, [&s](size_t i) { s.peerResults4[i] *= s.peerMatrices4[i]; }));
+    const bool threeMet = three.run();
+    return four.run() && threeMet;
+}
+
+bool inverses(Scene& s) {
+    Contest contest("3x3 inverse", Count * Passes);
+    contest.ours("Zant", each(s.results, [&s](size_t i) { s.matrices[i].inverse(s.results[i]); }), 1.0);
+    contest.peer("Imath", each(s.peerResults, [&s](size_t i) { s.peerResults[i] = s.peerMatrices[i].inverse(); }));
+    return contest.run();
+}
+
+bool points(Scene& s) {
+    Contest own("point transformation, a system each", Count * Passes);
+    own.ours("Zant", each(s.points, [&s](size_t i) { s.systems[i].transform(s.points[i], 0); }), 1.0);
+    own.peer("Imath multVecMatrix", each(s.peerPoints, [&s](size_t i) {
+                 s.peerMatrices4[i].multVecMatrix(s.peerPoints[i], s.peerPoints[i]);
+             }));
+    Contest chain("point transformation, each needs the last", Count * Passes);
+    chain.ours("Zant", each(s.points, [&s](size_t i) { s.systems[i].transform(s.points[0], 0); }), 1.0);
+    chain.peer("Imath multVecMatrix", each(s.peerPoints, [&s](size_t i) {
+                   s.peerMatrices4[i].multVecMatrix(s.peerPoints[0], s.peerPoints[0]);
+               }));
+    Contest inverse("inverse point transformation, a system each", Count * Passes);
+    inverse.ours("Zant", each(s.points, [&s](size_t i) { s.systems[i].transform(s.points[i], 1); }), 1.0);
+    inverse.peer("Imath inverse, multVecMatrix", each(s.peerPoints, [&s](size_t i) {
+                     s.peerMatrices4[i].inverse().multVecMatrix(s.peerPoints[i], s.peerPoints[i]);
+                 }));
+    bool met = own.run();
+    met &= chain.run();
+    return inverse.run() && met;
+}
+
+/// All points by one system, which a compiler may keep in registers where it sees the loop.
+bool manyPoints(Scene& s) {
+    Contest contest("point transformation, one system", Count * Passes);
+    contest.ours(
+        "Zant, all points in one call",
+        [&s] {
+            for (size_t pass = 0; pass < Passes; ++pass) {
+                s.systems[0].transform(s.points.data(), Count, 0);
+            }
+        },
+        1.0);
+    contest.ours("Zant, a call for each point",
+                 each(s.points, [&s](size_t i) { s.systems[0].transform(s.points[i], 0); }));
+    contest.peer("Imath multVecMatrix", each(s.peerPoints, [&s](size_t i) {
+                     s.peerMatrices4[0].multVecMatrix(s.peerPoints[i], s.peerPoints[i]);
+                 }));
+    return contest.run();
+}
+
+bool rotations(Scene& s) {
+    Contest one("vector by 3x3, one matrix", Count * Passes);
+    one.ours("Zant rotateVector", each(s.points, [&s](size_t i) { s.matrices[0].rotateVector(s.points[i].values); }));
+    one.peer("Imath V3d *= M33d", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] *= s.peerMatrices[0]; }));
+    Contest own("vector by 3x3, a matrix each", Count * Passes);
+    own.ours("Zant rotateVector", each(s.points, [&s](size_t i) { s.matrices[i].rotateVector(s.points[i].values); }));
+    own.peer("Imath V3d *= M33d", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] *= s.peerMatrices[i]; }));
+    return one.run() & own.run();
+}
+
+bool angles(Scene& s) {
+    Contest build("angles to matrix", Count * AnglePasses);
+    build.ours("Zant", each(
+                           s.results, [&s](size_t i) { s.results[i].fromAxes(s.angles[i]); }, AnglePasses));
+    build.peer("Imath",
+               each(
+                   s.peerResults, [&s](size_t i) { s.peerResults[i] = s.peerAngles[i].toMatrix33(); }, AnglePasses));
+    Contest point("point transformation, angles form", Count * AnglePasses);
+    point.ours("Zant", each(
+                           s.points, [&s](size_t i) { s.angleSystems[i].transform(s.points[i], 0); }, AnglePasses));
+    point.peer("Imath Euler to M33d, V3d *=, +=", each(
+                                                      s.peerPoints,
+                                                      [&s](size_t i) {
+                                                          s.peerPoints[i] *= s.peerAngles[i].toMatrix33();
+                                                          s.peerPoints[i] += s.peerOthers[i];
+                                                      },
+                                                      AnglePasses));
+    Contest extract("matrix to angles", Count * AnglePasses);
+    extract.ours("Zant, with scales", each(
+                                          s.angles, [&s](size_t i) { s.angles[i] = s.matrices[i]; }, AnglePasses));
+    extract.peer("Imath",
+                 each(
+                     s.peerAngles, [&s](size_t i) { s.peerAngles[i].extract(s.peerMatrices[i]); }, AnglePasses));
+    return build.run() & point.run() & extract.run();
+}
+
+bool vectors(Scene& s) {
+    Contest sum("vector sum", Count * Passes);
+    sum.ours("Zant", each(s.points, [&s](size_t i) { s.points[i] += s.others[i]; }));
+    sum.peer("Imath", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] += s.peerOthers[i]; }));
+    Contest length("vector length", Count * Passes);
+    length.ours("Zant", each(s.numbers, [&s](size_t i) { s.numbers[i] = s.others[i].length(); }));
+    length.peer("Imath", each(s.numbers, [&s](size_t i) { s.numbers[i] = s.peerOthers[i].length(); }));
+    Contest cross("cross product", Count * Passes);
+    cross.ours("Zant", each(s.points, [&s](size_t i) { s.points[i].cross(s.others[i], s.others[0]); }));
+    cross.peer("Imath", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] = s.peerOthers[i] % s.peerOthers[0]; }));
+    return sum.run() & length.run() & cross.run();
+}
+
+}  // namespace
+
+int main() {
+    static Scene scene;
+    bool met = products(scene);
+    met &= inverses(scene);
+    met &= points(scene);
+    met &= manyPoints(scene);
+    met &= rotations(scene);
+    met &= angles(scene);
+    met &= vectors(scene);
+    return met ? 0 : 1;
+}
