@@ -85,6 +85,8 @@ bool BlockParser::readArgument(ArgumentKind kind) {
 }
 
 bool BlockParser::readList(ArgumentKind kind) {
+    // One item may stand without the marks of a list, as it does in text: vertex maps send their rows like that.
+    if (has(1) && wordAt(here) != listMark) return readItem(kind);
     if (!has(3) || takeWord() != listMark) return false;
     const uint64_t length = takeWord();
     if (length < 8 || length % 8 != 0 || length > end - here) return fail("the list does not fit into the block");

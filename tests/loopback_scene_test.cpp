@@ -1,0 +1,359 @@
+// What the loopback engine keeps: values, bitmaps, vertex maps and meshes, by command and by link.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include "client/encoding/commandbinarybuffer.h"
+#include "client/encoding/commandtextbuffer.h"
+#include "client/symbols/bitmapsymbol.h"
+#include "client/symbols/mesh.h"
+#include "client/symbols/valuesymbols.h"
+#include "client/symbols/vertexmap.h"
+#include "loopbackhost.h"
+
+namespace Zant::Tests {
+namespace {
+
+std::string textOf(Symbol& symbol) {
+    DynamicBuffer storage;
+    const char* text = symbol.toString(storage);
+    return text ? text : "";
+}
+
+// The text of an object that a command declared.
+std::string textOf(Host& host, const char* name) {
+    CommandTextBuffer buffer(host.instance);
+    Symbol symbol(buffer, name);
+    symbol.registerSymbol();
+    const std::string text = textOf(symbol);
+    symbol.registered = 0;  // the object stays
+    return text;
+}
+
+TEST(LoopbackValues, TravelBothWays) {
+    Host host;
+    CommandBinaryBuffer buffer(host.instance);
+    DoubleSymbol number(buffer, "number");
+    StringSymbol string(buffer, "string");
+    VectorSymbol vector(buffer, "vector");
+    AxesSymbol axes(buffer, "axes");
+    number.registerSymbol();
+    string.registerSymbol();
+    vector.registerSymbol();
+    axes.registerSymbol();
+    host.parse("coordSys place,(1,2,3)@<90,0,0>;");
+    CoordSysSymbol place(buffer, "place");
+    place.registerSymbol();
+
+    EXPECT_TRUE(number.directSet(Double(0.1)) && string.directSet(String("a \"quote\"")));
+    EXPECT_TRUE(vector.directSet(Vector(1, 2)) && axes.directSet(Axes(AxesHpb(0.5, 0, 0))));
+    Double readNumber;
+    String readString;
+    Vector readVector;
+    Axes readAxes;
+    CoordSys readPlace;
+    EXPECT_TRUE(number.directGet(readNumber) && string.directGet(readString) && vector.directGet(readVector) &&
+                axes.directGet(readAxes) && place.directGet(readPlace));
+    EXPECT_EQ(readNumber.value, 0.1);
+    EXPECT_STREQ(readString.value, "a \"quote\"");
+    EXPECT_EQ(readVector.count, 2);
+    EXPECT_EQ(readVector.values[1], 2);
+    EXPECT_EQ(readAxes.rows, 2);
+    EXPECT_EQ(readAxes.m[0], 0.5);
+    EXPECT_EQ(readPlace.position[2], 3);
+    EXPECT_NEAR(readPlace.axes.m[0], 1.5707963267948966, 1e-9);
+    EXPECT_TRUE(place.directSet(CoordSys(Vector(4, 5, 6), Axes())));
+    EXPECT_EQ(textOf(place), "coordSys place,(4,5,6)@<>;");
+    EXPECT_EQ(buffer.errorCode, 0);
+}
+
+TEST(LoopbackValues, OfTheWrongKindAreRefused) {
+    Host host;
+    CommandTextBuffer buffer(host.instance);
+    DoubleSymbol number(buffer, "x");
+    number.registerSymbol();
+    host.parse("string x,\"text\";");  // another object under the same name: the old handle is dead
+    Double value{7};
+    EXPECT_FALSE(number.directGet(value));
+    EXPECT_EQ(buffer.errorCode, 2);
+    EXPECT_EQ(number.directSet(Double(1)), 0);
+    number.Symbol::registerSymbol(HandleBitmap, nullptr);
+    EXPECT_EQ(number.handle, 0U);
+    EXPECT_EQ(number.registered, 0U);
+    number.Symbol::registerSymbol(HandleValue, nullptr);
+    EXPECT_NE(number.handle, 0U);
+    EXPECT_FALSE(number.directGet(value)) << "a text is no number";
+    EXPECT_EQ(number.directSet(Double(1)), 0);
+    EXPECT_EQ(textOf(number), "string x,\"text\";");
+}
+
+TEST(LoopbackValues, TextsOfObjectsFollowTheCapacityProtocol) {
+    Host host;
+    host.parse("var x,2;");
+    void* handle = host.instance->findObject("x", nullptr, HandleObject, nullptr);
+    struct Row {
+        size_t room;
+        bool fits;
+    };
+    for (const Row row : {Row{0, false}, Row{8, false}, Row{9, true}, Row{100, true}}) {
+        char storage[100];
+        std::memset(storage, '#', sizeof storage);
+        ZantParserExchangeBuffer record{};
+        record.type = ZantValueText;
+        record.value.text = {storage, row.room};
+        host.instance->getValue(handle, &record);
+        EXPECT_EQ(record.value.text.length, 8U) << row.room;
+        EXPECT_EQ(record.value.text.text != nullptr, row.fits) << row.room;
+        EXPECT_EQ(storage[row.fits ? 9 : 0], '#') << row.room;
+        EXPECT_STREQ(row.fits ? storage : "var x,2;", "var x,2;");
+    }
+}
+
+TEST(LoopbackObjects, KeepTheirContentAsText) {
+    const char* const texts[] = {
+        "var n,0.5;",
+        "variable n;",
+        "double n,-3;",
+        "string n,\"a \"\"b\"\"\";",
+        "vector n,(1,2);",
+        "color n,(1,0,0,0.5);",
+        "axes n,<>;",
+        "axes n,<90,0,0>*(2);",
+        "coordSys n,(1,2,3)@axes((1,0,0),(0,0,1),(0,-1,0));",
+        "surface n,black;",
+        "bitmap n,floatGray,(2,1);\nbitmapData n,(0,0),{(0.5,0.5,0.5),(1,1,1)};",
+        "bitmap n,floatRgb,(1,1);\nbitmapData n,(0,0),(1,0.5,0.25);",
+        "bitmap n,floatRgba,(1,1);\nbitmapData n,(0,0),(1,0.5,0.25,0.125);",
+        "bitmap n,charRgba,(1,2);\nbitmapData n,(0,0),(1,0,0,1);\nbitmapData n,(0,1),(0,1,0,0);",
+        "bitmap n,bitPlane,(3,2);",
+        "vertexMap n,2,fixedSize,2,1;\nvertexData n,0,{1,2};\nvertexData n,1,{3,4};",
+        "mesh n;\nmeshAddPoly n,1,{0,1,2};\nmeshAddPoly n,2,{0,1,2,3},4,5;",
+    };
+    Host host;
+    for (const std::string text : texts) {
+        EXPECT_EQ(host.parse(text.c_str()), 0) << host.text.take();
+        const std::string first = textOf(host, "n");
+        EXPECT_EQ(first, text == "variable n;" ? "variable n,0;" : text);
+        host.parse("delete n;");
+        EXPECT_EQ(host.parse(first.c_str()), 0);
+        EXPECT_EQ(textOf(host, "n"), first);
+    }
+}
+
+TEST(LoopbackObjects, AreFoundThroughReferences) {
+    Host host;
+    host.parse("var x,1; reference r,x; reference r2,r; reference loop,loop2; reference loop2,loop;");
+    void* handle = host.instance->findObject("r2", HandleValue);
+    ASSERT_NE(handle, nullptr);
+    ZantParserExchangeBuffer record{};
+    record.type = ZantValueNumber;
+    record.value.number = 5;
+    EXPECT_EQ(host.instance->setValue(handle, &record), 1);
+    EXPECT_EQ(textOf(host, "x"), "var x,5;");
+    EXPECT_EQ(host.instance->findObject("loop", HandleObject), nullptr);
+    host.parse("delete x;");
+    EXPECT_EQ(host.instance->setValue(handle, &record), 0);
+    EXPECT_EQ(host.instance->findObject("r2", HandleValue), nullptr);
+}
+
+struct FormatRow {
+    _ZantPixelFormat created;
+    _ZantPixelFormat linked;
+};
+const FormatRow formats[] = {
+    {PixelFloatGray, PixelFloatGray}, {PixelFloatRgb, PixelFloatRgb}, {PixelFloatRgbx, PixelFloatRgb},
+    {PixelFloatRgba, PixelFloatRgba}, {PixelCharGray, PixelCharGray}, {PixelCharRgba, PixelCharRgba},
+};
+
+TEST(LoopbackBitmaps, ShowCommandsInLinkedMemory) {
+    for (const FormatRow& row : formats) {
+        Host host;
+        CommandBinaryBuffer buffer(host.instance);
+        BitmapSymbol bitmap(buffer, 7, 5, row.created, "b");
+        ASSERT_NE(bitmap.bitmap.data, nullptr);
+        EXPECT_EQ(bitmap.bitmap.width, 7);
+        EXPECT_EQ(bitmap.bitmap.height, 5);
+        EXPECT_EQ(bitmap.bitmap.format, row.linked);
+        bitmap.setPixel(6, 4, Vector(1, 1, 1));
+        Vector pixel;
+        bitmap.bitmap.getPixel(6, 4, pixel);
+        EXPECT_EQ(pixel.values[0], 1);
+        bitmap.bitmap.getPixel(5, 4, pixel);
+        EXPECT_EQ(pixel.values[0], 0);
+        // A client may address the format with the unused float as it created it: that stays inside of the memory.
+        for (int x = 0; x < 7; ++x) {
+            const double white[3] = {1, 1, 1};
+            bitmap.bitmap.setPixel(x, 4, white, 1.0, row.created);
+        }
+    }
+}
+
+// The bitmap as rows of letters: "#" where the red component is above a half.
+std::string picture(const Bitmap& bitmap) {
+    std::string text;
+    for (int y = 0; y < bitmap.height; ++y) {
+        for (int x = 0; x < bitmap.width; ++x) {
+            Vector pixel;
+            bitmap.getPixel(x, y, pixel);
+            text += pixel.values[0] > 0.5 ? '#' : '.';
+        }
+        text += y + 1 < bitmap.height ? "/" : "";
+    }
+    return text;
+}
+
+TEST(LoopbackBitmaps, AreDrawnInto) {
+    struct Row {
+        const char* commands;
+        const char* picture;
+    };
+    const Row rows[] = {
+        {"", "...../...../...../....."},
+        {"bitmapOp b,plot,(4,3),(1,1,1);", "...../...../...../....#"},
+        {"bitmapOp b,plot,(5,3),(1,1,1); bitmapOp b,plot,(-1,0),(1,1,1);", "...../...../...../....."},
+        {"bitmapOp b,clear,(1,1,1);", "#####/#####/#####/#####"},
+        {"bitmapOp b,clear,(1,1,1); bitmapOp b,clear;", "...../...../...../....."},
+        {"bitmapOp b,line,(0,0),(4,0),(1,1,1);", "#####/...../...../....."},
+        {"bitmapOp b,line,(3,3),(0,0),(1,1,1);", "#..../.#.../..#../...#."},
+        {"bitmapOp b,line,(2,2),(2,2),(1,1,1);", "...../...../..#../....."},
+        {"bitmapOp b,line,(-1e9,1),(1e9,1),(1,1,1);", "...../#####/...../....."},
+        {"bitmapOp b,line,(-9,-9),(-9,99),(1,1,1);", "...../...../...../....."},
+        {"bitmapOp b,circle,(1,1),1,(1,1,1);", ".#.../#.#../.#.../....."},
+        {"bitmapOp b,circle,(-1000000,2),1000002,(1,1,1);", "..#../..#../..#../..#.."},
+        {"bitmapOp b,line,(2,0),(2,3),(1,1,1); bitmapOp b,fill,(0,0),(1,1,1);", "###../###../###../###.."},
+        {"bitmapOp b,plot,(1,1),(0.1,0.1,0.1,0); bitmapOp b,fill,(0,0),(1,1,1),0.2;", "#####/#####/#####/#####"},
+        {"bitmapOp b,fill,(9,9),(1,1,1);", "...../...../...../....."},
+        {"bitmapOp b,clear,(1,1,1); bitmapOp b,resize,(2,3);", "##/##/##"},
+        {"bitmapOp b,clear,(1,1,1); bitmapOp b,resize,(6,2);", "#####./#####."},
+        {"bitmap c,charGray,(2,1); bitmapOp c,clear,(1,1,1); bitmapOp b,copy,c;", "##"},
+        {"bitmapOp b,plot,(0,1),(1,1,1); bitmap c,copy,b; bitmap b,copy,c;", "...../#..../...../....."},
+        {"bitmapData b,(3,0),{(1,1,1),(0,0,0),(1,1,1)};", "...#./#..../...../....."},
+        {"bitmapOp b,clear,(1,1,1); clear b;", "...../...../...../....."},
+    };
+    for (const _ZantPixelFormat format : {PixelCharRgba, PixelFloatRgb, PixelFloatGray}) {
+        for (const Row& row : rows) {
+            Host host;
+            CommandTextBuffer buffer(host.instance);
+            BitmapSymbol bitmap(buffer, 5, 4, format, "b");
+            EXPECT_EQ(host.parse(row.commands), 0) << host.text.take();
+            bitmap.refreshDirectLink();
+            EXPECT_EQ(picture(bitmap.bitmap), row.picture) << row.commands << format;
+        }
+    }
+}
+
+TEST(LoopbackBitmaps, RefuseWhatIsAbsurdAndLoseNothing) {
+    Host host;
+    CommandTextBuffer buffer(host.instance);
+    BitmapSymbol bitmap(buffer, 2, 1, PixelCharGray, "b");
+    bitmap.setPixel(1, 0, Vector(1, 1, 1));
+    const char* const refused[] = {
+        "bitmapOp b,resize,(-1,4);",
+        "bitmapOp b,resize,(1e300,1);",
+        "bitmapOp b,resize,(65536,65536);",
+        "bitmapOp b,resize,(4);",
+        "bitmap b,floatRgba,(65536,65536);",
+        "bitmapData b,(1,0),{(1,1,1),(1,1,1)};",
+        "bitmapData b,(2,0),{(1,1,1),(1,1,1)};",
+        "bitmapOp b,plot,(1),(1,1,1);",
+        "bitmapOp b,plot,(1,1),(1,1);",
+    };
+    for (const char* command : refused) {
+        EXPECT_EQ(host.parse(command), 4) << command << host.text.take();
+        bitmap.refreshDirectLink();
+        EXPECT_EQ(picture(bitmap.bitmap), ".#") << command;
+    }
+}
+
+TEST(LoopbackBitmaps, ShareTheMemoryOfTheHost) {
+    Host host;
+    CommandBinaryBuffer buffer(host.instance);
+    std::vector<float> memory(6 * 3, 0.0F);
+    BitmapSymbol bitmap(buffer, memory.data(), 3, 2, PixelFloatRgb, "b");
+    EXPECT_EQ(bitmap.bitmap.data, memory.data());
+    bitmap.setPixel(2, 1, Vector(0.25, 0.5, 1));
+    EXPECT_EQ(memory[15], 0.25F);
+    EXPECT_EQ(memory[17], 1.0F);
+    EXPECT_EQ(bitmap.setSharedMemory(nullptr, 3, 2), 0);
+    EXPECT_EQ(bitmap.setSharedMemory(memory.data(), -1, 2), 0);
+    EXPECT_EQ(bitmap.bitmap.data, memory.data());
+    host.parse("clear b;");
+    EXPECT_EQ(memory[17], 0.0F);
+    host.parse("bitmapOp b,resize,(3,3);");
+    bitmap.refreshDirectLink();
+    EXPECT_NE(bitmap.bitmap.data, memory.data());
+}
+
+TEST(LoopbackVertexMaps, AreFilledByCommandAndByLink) {
+    for (const char* doubles : {"0", "1"}) {
+        const Environment environment{{"ZANT_LOOPBACK_DOUBLE_VERTEX_MAPS", doubles}};
+        Host host;
+        CommandBinaryBuffer buffer(host.instance);
+        VertexMapSymbol map(buffer, "v");
+        map.registerSymbol(2, 3, 2);
+        ASSERT_NE(map.direct(), nullptr);
+        EXPECT_EQ(map.info.isDouble, doubles[0] == '1');
+        EXPECT_EQ(map.direct()->getSize(), 3U);
+        map.data(1, Vector(1, 2));
+        const Double row[4] = {Double(3), Double(4), Double(5), Double(6)};
+        map.data(2, VarLenDouble(row));
+        map.direct()->setValue(0, 1, 7.0, 1);
+        EXPECT_EQ(textOf(map),
+                  "vertexMap v,2,fixedSize,3,2;\nvertexData v,0,{0,0,0,7};\nvertexData v,1,{1,2,0,0};\n"
+                  "vertexData v,2,{3,4,5,6};");
+        EXPECT_EQ(host.parse("vertexData v,3,{1};"), 4);
+        EXPECT_EQ(host.parse("vertexData v,0,{1,2,3,4,5};"), 4);
+        EXPECT_EQ(host.parse("vertexMapOp v,resize,5;"), 0);
+        EXPECT_EQ(map.direct()->getSize(), 5U);
+        EXPECT_EQ(map.direct()->getValueDouble(2, 1, 1), 6);
+    }
+}
+
+TEST(LoopbackVertexMaps, GrowInPlaceAndRefuseWhatIsAbsurd) {
+    Host host;
+    CommandBinaryBuffer buffer(host.instance);
+    VertexMapSymbol map(buffer, "v");
+    map.registerSymbol(3, 0, 1);
+    const uint64_t handle = map.handle;
+    for (unsigned long row = 0; row < 1000; ++row)
+        map.data(row, Vector(1, 2, static_cast<double>(row)));
+    EXPECT_EQ(map.handle, handle);
+    ASSERT_EQ(map.direct()->getSize(), 1000U) << host.text.take();
+    EXPECT_EQ(map.direct()->getValueFloat(999, 2, 0), 999.0F);
+    for (const char* command :
+         {"vertexMap v,3,fixedSize,1e18;", "vertexMap v,-1;", "vertexMap v,3,fixedSize,100000000,1000;",
+          "vertexMapOp v,resize,1e15;", "vertexData v,1e15,{1};"}) {
+        EXPECT_EQ(host.parse(command), 4) << command << host.text.take();
+        EXPECT_EQ(map.direct()->getSize(), 1000U) << command;
+    }
+    host.parse("vertexMap v,2,fixedSize,4;");  // declared again: the record stays where it is
+    EXPECT_EQ(map.direct()->getSize(), 4U);
+    EXPECT_EQ(map.direct()->getDimension(), 2);
+}
+
+TEST(LoopbackMeshes, TakePointsAndPolygons) {
+    Host host;
+    CommandBinaryBuffer buffer(host.instance);
+    MeshSymbol mesh(buffer, "m");
+    const Double corners[4] = {Double(0), Double(1), Double(2), Double(3)};
+    {
+        VertexMapSymbol map(buffer, "v");
+        map.registerSymbol(3, 4, 1);
+        mesh.registerSymbol();
+        mesh.points(map);
+        mesh.addPoly(1, VarLenDouble(corners), 2, 3);
+        EXPECT_EQ(buffer.errorCode, 0);
+    }
+    EXPECT_EQ(textOf(mesh), "mesh m;\nmeshOp m,points,v;\nmeshAddPoly m,1,{0,1,2,3},2,3;");
+    host.parse("mesh t,triple,m;");
+    EXPECT_EQ(textOf(host, "t"),
+              "mesh t;\nmeshOp t,points,v;\nmeshAddPoly t,1,{0,1,2},2,3;\nmeshAddPoly t,1,{0,2,3},2,3;");
+    EXPECT_EQ(host.parse("meshAddPoly m,1,{0,1,4};"), 4) << "the map of four rows lives on in the mesh";
+}
+
+}  // namespace
+}  // namespace Zant::Tests
