@@ -3,15 +3,18 @@
 #include "language/lookup.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace Zant {
 
 namespace {
 
+constexpr size_t longestWord = 40;  // of the words of any table, and of what is worth comparing
+
 // Letters to insert, drop, replace or swap with their neighbour to get from one word to the other.
 size_t editDistance(std::string_view from, std::string_view to) {
-    std::vector<size_t> before(to.size() + 1), last(to.size() + 1), row(to.size() + 1);
+    size_t rows[3][longestWord + 1];
+    size_t *before = rows[0], *last = rows[1], *row = rows[2];
     for (size_t k = 0; k <= to.size(); ++k)
         last[k] = k;
     for (size_t i = 1; i <= from.size(); ++i) {
@@ -22,8 +25,8 @@ size_t editDistance(std::string_view from, std::string_view to) {
             const bool swapped = i > 1 && k > 1 && from[i - 1] == to[k - 2] && from[i - 2] == to[k - 1];
             if (swapped) row[k] = std::min(row[k], before[k - 2] + 1);
         }
-        before.swap(last);
-        last.swap(row);
+        std::swap(before, last);
+        std::swap(last, row);
     }
     return last[to.size()];
 }
@@ -55,11 +58,14 @@ std::vector<const Form*> findForms(std::string_view wordOrPartOfName) {
 }
 
 void NearestWord::offer(const char* word) {
-    constexpr size_t longest = 64;  // of the words of any table, and what is worth comparing
-    if (!word || wanted.size() > longest) return;
-    const size_t letters = editDistance(wanted, word);
+    if (!word) return;
+    const std::string_view candidate(word);
+    const size_t shorter = std::min(wanted.size(), candidate.size());
+    const size_t longer = std::max(wanted.size(), candidate.size());
     // Near enough: at most a third of the letters are wrong, of short words at most one.
-    const size_t allowed = std::max<size_t>(1, std::max(wanted.size(), std::strlen(word)) / 3);
+    const size_t allowed = std::max<size_t>(1, longer / 3);
+    if (longer > longestWord || longer - shorter > allowed) return;
+    const size_t letters = editDistance(wanted, candidate);
     if (letters > allowed || (nearest && letters >= distance)) return;
     nearest = word;
     distance = letters;
