@@ -1,4 +1,5 @@
 #include "client/capi/zant_c.h"
+#include "client/encoding/prototyper.h"
 #include "client/engine/instance.h"
 #include "client/engine/library.h"
 
@@ -58,4 +59,12 @@ int ZantInstanceGetSymbolValue(ZantInstance* instance, void* handle, ZantParserE
 
 const char* ZantInstanceGetStringSymbolValue(ZantInstance* instance, void* handle) {
     return instance->getStringValue(handle);
+}
+
+ZantDirectPrototyper* ZantCreateDirectProto(ZantInstance* instance) {
+    return instance ? new Zant::DirectPrototyper(instance) : nullptr;
+}
+
+void ZantReleaseProto(ZantDirectPrototyper* prototyper) {
+    delete prototyper;
 }

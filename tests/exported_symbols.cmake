@@ -1,0 +1,27 @@
+# cmake -DNM=... -DREADELF=... -DLIBRARY=libzant.so -DSANITIZED=... -P exported_symbols.cmake
+# Fails unless the shared library exports exactly the sixteen C functions and needs only the run-time libraries.
+execute_process(COMMAND ${NM} -D --defined-only --format=just-symbols ${LIBRARY}
+    OUTPUT_VARIABLE exported OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE "\n" ";" exported "${exported}")
+list(SORT exported)
+
+set(expected
+    ZantCreateDirectProto ZantGetHostVersion ZantGetInfoInt ZantGetInfoString ZantGetLibApiVersion
+    ZantInstanceGetObjectByName ZantInstanceGetStringSymbolValue ZantInstanceGetSymbolValue ZantInstanceParse
+    ZantInstanceSendBackEvent ZantLibraryCreateInstance ZantLibraryCreateInstanceWithEventHandler ZantLibraryLoad
+    ZantLibraryReleaseInstance ZantLibraryUnload ZantReleaseProto)
+if(NOT exported STREQUAL expected)
+    message(FATAL_ERROR "exported: ${exported}\nexpected: ${expected}")
+endif()
+
+execute_process(COMMAND ${READELF} -d ${LIBRARY} OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "\\(NEEDED\\)[^\n]*" needed "${dynamic}")
+list(LENGTH needed count)
+if(count EQUAL 0)
+    message(FATAL_ERROR "no needed libraries found in:\n${dynamic}")
+endif()
+foreach(library IN LISTS needed)
+    if(NOT SANITIZED AND NOT library MATCHES "\\[(libstdc\\+\\+|libc|libm|libgcc_s|libdl|ld-linux[^]]*)\\.so")
+        message(FATAL_ERROR "needs more than the run-time libraries: ${library}")
+    endif()
+endforeach()
