@@ -61,8 +61,9 @@ private:
 /// systems `(x,y,z)@axes`; symbols as a bare name, or in quotes when the name holds white space or one of , ; { } ( )
 /// "; lists `{a,b}`, one item without braces, nothing at all for the empty list.
 ///
-/// After an error, reading continues behind the next ";" outside of quotes. The input is read once; memory does not
-/// grow with it, only with its longest command. Nothing outside of the input is ever read, whatever it holds.
+/// After an error, reading continues behind the next ";" outside of quotes; where a closing quote or a ";" seems to be
+/// missing, on the next line. The input is read once; memory does not grow with it, only with its longest command.
+/// Nothing outside of the input is ever read, whatever it holds.
 class TextReader {
 public:
     /// Reads a text in memory, which stays the caller's and must outlive the reader.
@@ -91,7 +92,13 @@ private:
     bool refill();
     void closeRest();
     ReadResult readCommand(Command& command, const char* last);
-    ReadResult failAt(const char* at, const char* message);
+    void explainMistake();
+    ReadResult failUnclosed();
+    void fail(const char* at, const char* message);
+    void goOnAt(const char* place);
+    static const char* textOverLines(const char* from, const char* to);
+    const char* behindLine(const char* from) const;
+    bool isFirstOfLine(const char* at) const;
     Position positionOf(const char* at) const;
     void advance(const char* to);
 
@@ -107,6 +114,7 @@ private:
     size_t offset = 0;              // of cursor in the input
     size_t line = 1;                // of cursor
     size_t lineStart = 0;           // offset of the first byte of that line
+    size_t readAgain = 0;           // bytes that were read again after an error
     Diagnostic failure;
 };
 

@@ -5,6 +5,7 @@
 
 #include "language/characters.h"
 #include "language/grammar.h"
+#include "language/lookup.h"
 #include "language/mismatch.h"
 #include "language/reader.h"
 #include "language/textparser.h"
@@ -58,7 +59,7 @@ ReadResult TextReader::next(Command& command) {
         }
         if (found) return readCommand(command, scanned);
         if (first == limit) return ReadResult::End;
-        if (quote) return failAt(quote, "the text that begins here is not closed");
+        if (quote) return failUnclosed();
         closeRest();
     }
 }
@@ -115,30 +116,85 @@ void TextReader::closeRest() {
 
 ReadResult TextReader::readCommand(Command& command, const char* last) {
     const size_t size = static_cast<size_t>(last - cursor);
-    if (size > longestCommand) return failAt(cursor, "the command is longer than 4 GiB");
-    command.position = positionOf(cursor);
-    const char* const first = cursor;
-    const bool understood = parser->parse(first, last, command);
-    command.source = {first, size};
-    if (!understood) {
-        failure.position = positionOf(first + parser->mismatch().offset);
-        explain(grammar, parser->mismatch(), parser->found(), parser->foundWord(), failure);
-    }
+    bool understood = false;
     scanned = last + 1;
+    if (size > longestCommand) {
+        fail(cursor, "the command is longer than 4 GiB");
+    } else {
+        command.position = positionOf(cursor);
+        understood = parser->parse(cursor, last, command);
+        command.source = {cursor, size};
+        if (!understood) explainMistake();
+    }
     advance(scanned);
     return understood ? ReadResult::Command : ReadResult::Error;
 }
 
-// Gives up what is there up to the end of the command, or of the input.
-ReadResult TextReader::failAt(const char* at, const char* message) {
+// Says what is wrong with the command at the cursor, and where reading goes on if that is before its end.
+void TextReader::explainMistake() {
+    const Mismatch& mismatch = parser->mismatch();
+    const char* const at = cursor + mismatch.offset;
+    const std::string word = parser->foundWord();
+    failure.position = positionOf(at);
+    explain(grammar, mismatch, parser->found(), word, failure);
+    if (mismatch.problem != Problem::NoSeparator) return;
+    if (const char* const text = textOverLines(cursor, at)) {
+        fail(text, "the text that begins here runs over several lines: is its closing quote missing?");
+        goOnAt(behindLine(text));
+    } else if (isFirstOfLine(at) && commandNumber(word) != 0) {
+        failure.message += ": is there a ';' missing?";
+        goOnAt(at);
+    }
+}
+
+// The input has ended inside of quotes. What stands behind the first quote that is under suspicion is read again.
+ReadResult TextReader::failUnclosed() {
+    const char* const text = textOverLines(cursor, quote);
+    const char* const suspect = text ? text : quote;
+    fail(suspect, "the text that begins here is not closed");
+    goOnAt(behindLine(suspect));
+    advance(scanned);
+    return ReadResult::Error;
+}
+
+void TextReader::fail(const char* at, const char* message) {
     failure.position = positionOf(at);
     failure.message = message;
     failure.suggestion.clear();
-    const bool closed = scanned != limit;
-    if (closed) ++scanned;
+}
+
+// Makes reading go on at a place before `scanned`, unless too much of the input has been read again already.
+void TextReader::goOnAt(const char* place) {
     quote = nullptr;
-    advance(scanned);
-    return ReadResult::Error;
+    const size_t again = static_cast<size_t>(scanned - place);
+    constexpr size_t allowance = size_t{1} << 28;
+    if (readAgain + again > allowance + offset) return;
+    readAgain += again;
+    scanned = place;
+}
+
+// The first closed text that runs over lines, or null.
+const char* TextReader::textOverLines(const char* from, const char* to) {
+    while ((from = std::find(from, to, '"')) != to) {
+        const char* const close = std::find(from + 1, to, '"');
+        if (close == to) return nullptr;
+        if (std::find(from, close, '\n') != close) return from;
+        from = close + 1;
+    }
+    return nullptr;
+}
+
+// Behind the first ";" of the line, or else at its end.
+const char* TextReader::behindLine(const char* from) const {
+    const char* const end = std::find(from, scanned, '\n');
+    const char* const mark = std::find(from, end, ';');
+    return mark == end ? end : mark + 1;
+}
+
+bool TextReader::isFirstOfLine(const char* at) const {
+    while (at != cursor && at[-1] != '\n' && isSpace(at[-1]))
+        --at;
+    return at != cursor && at[-1] == '\n';
 }
 
 Position TextReader::positionOf(const char* at) const {

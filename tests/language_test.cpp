@@ -242,6 +242,10 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
          "C'"},
         {"fs cat,\"a;\nreset;", "f:1:8: the text that begins here is not closed"},
         {"stop 1;", "f:1:6: too many arguments for 'stop', found '1'; the nearest form is 'stop'"},
+        {"fg reset\n  fg render;", "f:2:3: expected ',' or ';' behind 'fg reset', found 'fg': is there a ';' missing?"},
+        {"echo \"a;\nreset;\necho \"b\";", "f:1:6: the text that begins here is not closed"},
+        {"echo \"a;\nreset;\necho \"b;c\";",
+         "f:1:6: the text that begins here runs over several lines: is its closing quote missing?"},
         {"delete ;", "f:1:8: too few arguments for 'delete'; the nearest form is 'delete S'"},
     };
     for (const Row& row : rows)
@@ -261,9 +265,13 @@ TEST(Language, NamesAllMistakesOfAFile) {
         "echo \"one\" \"two\";\n"                     // 12:12
         "sett pixelFilter,boxx,1;\n"                  // 13:18
         "camera perspective,(1,1),45,(0,0,0)@eye;\n"  // 14:37
+        "echo \"not closed;\n"                        // 15:6
+        "fg reset\n"
+        "stop 2;\n"  // 17:1, a ";" is missing in front, and 17:6
+        "echo \"closed;\";\n"
         "stop;";
-    const std::pair<size_t, size_t> expected[] = {{2, 1},  {3, 9},   {6, 1},   {8, 3},   {9, 8},
-                                                  {10, 9}, {11, 14}, {12, 12}, {13, 18}, {14, 37}};
+    const std::pair<size_t, size_t> expected[] = {{2, 1},   {3, 9},   {6, 1},   {8, 3},  {9, 8},  {10, 9}, {11, 14},
+                                                  {12, 12}, {13, 18}, {14, 37}, {15, 6}, {17, 1}, {17, 6}};
     std::vector<std::pair<size_t, size_t>> found;
     size_t commands = 0;
     TextReader reader{std::string_view(text)};
@@ -274,7 +282,7 @@ TEST(Language, NamesAllMistakesOfAFile) {
         if (result == ReadResult::Command) ++commands;
     }
     EXPECT_EQ(found, (std::vector<std::pair<size_t, size_t>>(std::begin(expected), std::end(expected))));
-    EXPECT_EQ(commands, 3u);
+    EXPECT_EQ(commands, 4u);
 }
 
 TEST(Language, TellsEmptyAndNullTextsOfABlockApart) {
