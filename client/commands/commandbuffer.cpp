@@ -34,11 +34,6 @@ void CommandBuffer::addString(const wchar_t* text) {
     addConverted(*this, text);
 }
 
-void CommandBuffer::error(int code) {
-    errorCode = code;
-    if (code != 0) errorHandle(code);
-}
-
 void* CommandBuffer::getParser() const {
     return instance ? instance->parserContext : nullptr;
 }

@@ -69,7 +69,10 @@ public:
     virtual void addVarLenSymbol(const VarLenSymbol& list) = 0;
 
     /// Stores code in errorCode and reports it through errorHandle(); 0 clears the error and reports nothing.
-    void error(int code);
+    void error(int code) {
+        errorCode = code;
+        if (code != 0) errorHandle(code);
+    }
 
     /// @return the instance's parser context, the first argument of every parser call; null without an instance
     void* getParser() const;

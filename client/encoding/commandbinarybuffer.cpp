@@ -12,6 +12,9 @@ namespace Zant {
 namespace {
 
 constexpr size_t wordSize = 8;
+/// What the longest item of a fixed size takes: a vector of four.
+constexpr size_t itemWords = 5;
+constexpr size_t itemRoom = itemWords * wordSize;
 constexpr int64_t endMarker = -3;
 constexpr int64_t listMarker = -2;
 
@@ -28,67 +31,90 @@ size_t rowsInUse(const ZantAxesCore& axes) {
 }  // namespace
 
 CommandBinaryBuffer::CommandBinaryBuffer(Instance* owner) : CommandBuffer(owner) {
+    grow(itemWords);
     restart();
 }
 
 CommandBinaryBuffer::~CommandBinaryBuffer() = default;
 
-inline char* CommandBinaryBuffer::room(size_t words) {
+void CommandBinaryBuffer::grow(size_t words) {
+    block.dataSize = static_cast<size_t>(position - block.buffer);
     block.fit(block.dataSize + words * wordSize);
-    return block.buffer + block.dataSize;
+    position = block.buffer + block.dataSize;
+    lastPlace = block.buffer + block.bufferSize - itemRoom;
+}
+
+inline char* CommandBinaryBuffer::take(size_t words) {
+    char* const start = position;
+    position += words * wordSize;
+    return start;
+}
+
+inline char* CommandBinaryBuffer::takeGrowing(size_t words) {
+    if (position > lastPlace || words > itemWords) grow(std::max(words, itemWords));
+    return take(words);
 }
 
 /// Leaves the place of the next block's length, and nothing else.
-void CommandBinaryBuffer::restart() {
-    block.dataSize = 0;
-    put(room(1), int64_t{0});
-    block.dataSize = wordSize;
+inline void CommandBinaryBuffer::restart() {
+    put(block.buffer, int64_t{0});
+    position = block.buffer + wordSize;
 }
 
 void CommandBinaryBuffer::parse() {
-    put(room(1), endMarker);
-    put(block.buffer, block.dataSize + wordSize);
+    put(takeGrowing(1), endMarker);
+    put(block.buffer, position - block.buffer);
     if (errorCode != 0) return restart();
     const int result = instance->parse(block.buffer, nullptr, ParseBinary);
     restart();
     error(result);
 }
 
-void CommandBinaryBuffer::addEnum(int number, const char*) {
-    put(room(1), int64_t{number});
-    block.dataSize += wordSize;
+// The short items start over when they had to grow: the way that needs no call then needs no stack either.
+
+void CommandBinaryBuffer::addEnum(int number, const char* word) {
+    if (position > lastPlace) {
+        grow(itemWords);
+        return addEnum(number, word);
+    }
+    put(take(1), int64_t{number});
 }
 
 void CommandBinaryBuffer::addDouble(double value) {
-    char* const out = room(2);
+    if (position > lastPlace) {
+        grow(itemWords);
+        return addDouble(value);
+    }
+    char* const out = take(2);
     put(out, int64_t{0});
     put(out + wordSize, value);
-    block.dataSize += 2 * wordSize;
 }
 
 void CommandBinaryBuffer::addString(const char* string) {
     const size_t length = string ? std::strlen(string) : 0;
     const size_t textWords = string ? length / wordSize + 1 : 0;
-    char* const out = room(1 + textWords);
+    char* const out = takeGrowing(1 + textWords);
     put(out, length);
     if (string) std::memcpy(out + wordSize, string, length + 1);
-    block.dataSize += (1 + textWords) * wordSize;
 }
 
 void CommandBinaryBuffer::addVector(const Vector& vector) {
-    // The whole record is copied, so that the copy has a fixed size; only the components in use count.
-    char* const out = room(1 + 4);
-    put(out, int64_t{vector.count});
+    // All components are copied, so that the copy has a fixed size; only those in use count.
+    if (position > lastPlace) {
+        grow(itemWords);
+        return addVector(vector);
+    }
+    const int count = vector.count;
+    char* const out = take(1 + static_cast<size_t>(std::clamp(count, 0, 4)));
+    put(out, int64_t{count});
     std::memcpy(out + wordSize, vector.values, sizeof vector.values);
-    block.dataSize += (1 + static_cast<size_t>(std::clamp(vector.count, 0, 4))) * wordSize;
 }
 
 void CommandBinaryBuffer::addAxesCore(const ZantAxesCore& axes) {
     const size_t words = 3 * rowsInUse(axes);
-    char* const out = room(1 + words);
+    char* const out = takeGrowing(1 + words);
     put(out, int64_t{axes.rows});
     std::memcpy(out + wordSize, axes.m, words * wordSize);
-    block.dataSize += (1 + words) * wordSize;
 }
 
 void CommandBinaryBuffer::addAxes(const Axes& axes) {
@@ -96,30 +122,31 @@ void CommandBinaryBuffer::addAxes(const Axes& axes) {
 }
 
 void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
-    std::memcpy(room(3), coordSys.position, sizeof coordSys.position);
-    block.dataSize += sizeof coordSys.position;
+    std::memcpy(takeGrowing(3), coordSys.position, sizeof coordSys.position);
     addAxesCore(coordSys.axes);
 }
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
     if (symbol.registered == 0) return addString(symbol.name);
-    char* const out = room(2);
+    if (position > lastPlace) {
+        grow(itemWords);
+        return addSymbol(symbol);
+    }
+    char* const out = take(2);
     put(out, int64_t{0});
     put(out + wordSize, symbol.registered);
-    block.dataSize += 2 * wordSize;
 }
 
 template <class T>
 void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
-    put(room(2), listMarker);
-    block.dataSize += 2 * wordSize;
-    const size_t start = block.dataSize;
+    put(takeGrowing(2), listMarker);
+    const ptrdiff_t start = position - block.buffer;
     for (size_t i = 0; i < list.count; ++i) {
         addItem(list.items[i]);
     }
-    put(room(1), endMarker);
-    block.dataSize += wordSize;
-    put(block.buffer + start - wordSize, block.dataSize - start);
+    put(takeGrowing(1), endMarker);
+    char* const first = block.buffer + start;
+    put(first - wordSize, position - first);
 }
 
 void CommandBinaryBuffer::addVarLenDouble(const VarLenDouble& list) {

@@ -45,11 +45,14 @@ public:
     void addVarLenSymbol(const VarLenSymbol& list) override;
 
 private:
-    ResizableBuffer block;  ///< its data ends at a multiple of 8 between any two items
+    ResizableBuffer block;
+    char* position = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
+    char* lastPlace = nullptr;  ///< up to here there is room for any item of a fixed size
 
-    /// Makes room for a number of words behind the data, and takes none of it.
-    /// @return where they start
-    char* room(size_t words);
+    void grow(size_t words);
+    /// @return where the words start
+    char* take(size_t words);
+    char* takeGrowing(size_t words);
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
     void addAxesCore(const ZantAxesCore& axes);

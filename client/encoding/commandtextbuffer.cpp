@@ -5,6 +5,7 @@
 
 #include "client/engine/instance.h"
 #include "client/symbols/symbol.h"
+#include "own/numbertext.h"
 #include "own/str2num.h"
 
 namespace Zant {
@@ -13,12 +14,14 @@ namespace {
 
 constexpr double pi = 3.141592653589793;
 
-/// The most that one number takes, its terminator included: at most eight decimals, an exponent beyond 10^5.
-constexpr size_t numberRoom = 23;
+/// The most that a number takes, its terminator included: a sign, seventeen characters, and "e-308".
+constexpr size_t numberLimit = 23;
+/// The room that each number is given; what it does not take is scribbled over.
+constexpr size_t numberRoom = quickNumberRoom;
 constexpr size_t integerRoom = 12;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
-constexpr size_t vectorRoom = 4 * (numberRoom + 1) + 2;
-constexpr size_t axesRoom = 9 * (numberRoom + 1) + 16;
+constexpr size_t vectorRoom = 4 * (numberLimit + 1) + 2 + numberRoom;
+constexpr size_t axesRoom = 9 * (numberLimit + 1) + 16 + numberRoom;
 
 char* put(char* out, char c) {
     *out = c;
@@ -31,9 +34,10 @@ char* put(char* out, const char* characters, size_t length) {
 }
 
 char* putNumber(char* out, double value) {
-    size_t room = numberRoom;
+    if (const size_t length = quickNumberText(value, out, 8, 5)) return out + length;
+    size_t room = numberLimit;
     double_2_sci(value, out, room, 8, 5);
-    return out + (numberRoom - 1 - room);
+    return out + (numberLimit - 1 - room);
 }
 
 char* putInteger(char* out, int value) {
