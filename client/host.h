@@ -28,9 +28,9 @@ using UniqueRaytraceAccess = std::unique_ptr<RaytraceAccess>;
 
 /// The engine for as long as the session lives: load it in the plug-in's own start hook, end it in its stop hook.
 ///
-/// Do not make it a static object: at process exit the host has already torn down what the engine may still use, its
-/// threads may have been ended in the middle of their work, and the order of destruction between two modules is not
-/// yours. End it while the host is still whole. Used by one thread.
+/// Do not make it, or the handles above, static objects: at process exit the host has already torn down what the engine
+/// may still use, its threads may have been ended in the middle of their work, and the order of destruction between
+/// two modules is not yours. End it while the host is still whole. Used by one thread.
 class Session {
 public:
     /// Loads the engine of a directory, given with its final separator; null keeps the library's own.
