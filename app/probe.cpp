@@ -40,7 +40,7 @@ void* tryName(const std::string& name) {
     }
     const std::string reason = dlerror();
     void* lazy = dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
-    say("file", fmt::format("{}: {}", name, reason));
+    say("file", reason.rfind(name, 0) == 0 ? reason : name + ": " + reason);
     if (!lazy) return nullptr;
     say("", "opens with lazy binding all the same: a call of what is missing would end the host");
     dlclose(lazy);

@@ -27,12 +27,12 @@ struct Options {
 
 /// A path says who and where somebody is: only its last part goes into a report.
 std::string withoutPaths(const std::string& text) {
-    static const std::regex path("(/[^/\\s:\"']+)+/([^/\\s:\"']*)");
+    static const std::regex path("[^/\\s:\"'(),]*(?:/[^/\\s:\"'(),]+)+/?");
     std::string result;
     auto from = text.cbegin();
     for (std::sregex_iterator match(text.begin(), text.end(), path), end; match != end; ++match) {
         const std::string found = match->str();
-        const size_t last = found.find_last_of('/', found.size() - (found.back() == '/' ? 2 : 1));
+        const size_t last = found.find_last_of('/', found.size() - 2);
         result.append(from, (*match)[0].first);
         result += "..." + found.substr(last);
         from = (*match)[0].second;
