@@ -80,7 +80,7 @@ void Module::end() {
 
 void Module::reportSurvivors(const Library* host) {
     for (const auto& [number, scene] : scenes_) {
-        if (scene->library() == host) misuse("exit", "instance " + std::to_string(number) + " is still alive");
+        if (scene->library() == host) misuse("exit", "an instance is still alive");
     }
 }
 

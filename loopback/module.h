@@ -22,7 +22,7 @@ namespace Zant::Loopback {
 class Module {
 public:
     /// More hosts than this share the last place.
-    static constexpr int mostHosts = 16;
+    static constexpr int mostHosts = 32;
 
     /// The one of the process. It is never destroyed: hosts may still call while their process exits. What it owns is
     /// freed when the last host lets the engine exit.

@@ -455,5 +455,29 @@ TEST(LoopbackRays, LieInBlocksOfTheEngine) {
     EXPECT_EQ(rays->input.blockCount(), 0U);
 }
 
+// ---- hosts ---------------------------------------------------------------------------------------------------------
+
+TEST(LoopbackHosts, ComeAndGoManyTimes) {
+    for (int cycle = 0; cycle < 300; ++cycle) {
+        Host host;
+        ASSERT_NE(host.instance, nullptr) << cycle;
+        ASSERT_EQ(host.parse("bitmap b,charGray,(4,4); var x,1; vertexMap v,3,fixedSize,5; echo \"x\";"), 0);
+    }
+    std::vector<std::unique_ptr<Host>> many;  // more than have a place of their own
+    for (int host = 0; host < 40; ++host)
+        many.push_back(std::make_unique<Host>());
+    for (const auto& host : many)
+        EXPECT_EQ(host->parse("var x,1;"), 0);
+}
+
+TEST(LoopbackHosts, MayExitWithoutUnloading) {
+    const auto leave = [] {
+        getLibrary(ZANT_LOOPBACK_DIR)->loadExplicitly(nullptr);
+        getLibrary(nullptr)->createInstance()->parse("echo \"bye\";", nullptr, ParseText);
+        std::exit(0);
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
+}
+
 }  // namespace
 }  // namespace Zant::Tests

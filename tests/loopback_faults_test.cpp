@@ -1,0 +1,230 @@
+// What a host sees of the loopback engine's faults, and what the engine notes of a host's.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "client/zant.h"
+#include "loopbackhost.h"
+
+namespace Zant::Tests {
+namespace {
+
+Environment fault(const std::string& list) {
+    return Environment{{"ZANT_LOOPBACK_FAULT", list}};
+}
+
+TEST(LoopbackFaults, KeepTheEngineFromLoading) {
+    for (const char* list : {"init-refused", "version-0", " version-0 , init-refused "}) {
+        const Environment environment = fault(list);
+        Library library(ZANT_LOOPBACK_DIR);
+        EXPECT_FALSE(library.load(nullptr)) << list;
+        EXPECT_STRNE(library.getLoadError(), "");
+        EXPECT_EQ(library.createInstance(), nullptr);
+        EXPECT_FALSE(library.loadExplicitly(nullptr)) << list;
+        EXPECT_FALSE(library.loadExplicitly(nullptr)) << list;
+    }
+    Host host;
+    EXPECT_NE(host.instance, nullptr) << "the environment is read again";
+}
+
+TEST(LoopbackFaults, RefuseInstances) {
+    const Environment environment = fault("null-instance,events-at-creation,events-at-destruction");
+    Host host;
+    EXPECT_EQ(host.instance, nullptr);
+    EXPECT_EQ(host.text.take(), "");
+    EXPECT_FALSE(host.library.isLoaded());
+}
+
+TEST(LoopbackFaults, RaiseEventsAtBothEndsOfAnInstance) {
+    const Environment environment = fault("events-at-creation,events-at-destruction");
+    Host host;
+    EXPECT_EQ(host.text.take(), "the instance is being created\n");
+    host.library.releaseInstance(host.instance);
+    EXPECT_EQ(host.text.take(), "the instance is being destroyed\n");
+    EXPECT_EQ(host.text.closed, 1);
+
+    Library library(ZANT_LOOPBACK_DIR);  // and with the events sent back
+    testing::internal::CaptureStdout();
+    library.releaseInstance(library.createInstance());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "the instance is being created\nthe instance is being destroyed\n");
+}
+
+TEST(LoopbackFaults, FailOneCommand) {
+    const Environment environment = fault("fail-command=3");
+    Host host;
+    CommandTextBuffer buffer(host.instance);
+    int codes[5];
+    for (int& code : codes)
+        code = host.parse("var x,1;");
+    const int expected[5] = {0, 0, 8, 0, 0};
+    EXPECT_TRUE(std::equal(codes, codes + 5, expected));
+    EXPECT_NE(host.text.take().find("this command fails because"), std::string::npos);
+}
+
+TEST(LoopbackFaults, SlowDownCommands) {
+    const Environment environment = fault("slow-command=30");
+    Host host;
+    const auto begin = std::chrono::steady_clock::now();
+    host.parse("var x,1;");
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(30));
+}
+
+class ThreadListener : public TextCollector {
+public:
+    void textLine(void*, const char*) override { thread = std::this_thread::get_id(); }
+    std::thread::id thread;
+};
+
+TEST(LoopbackFaults, RaiseEventsFromAnotherThread) {
+    for (const char* list : {"", "foreign-event"}) {
+        const Environment environment = fault(list);
+        ThreadListener listener;
+        Library library(ZANT_LOOPBACK_DIR);
+        library.createInstanceWithListner(&listener)->parse("echo \"x\";", nullptr, ParseText);
+        EXPECT_NE(listener.thread, std::thread::id());
+        EXPECT_EQ(listener.thread == std::this_thread::get_id(), list[0] == 0);
+    }
+}
+
+TEST(LoopbackFaults, HideObjectsAndValuesAndPixels) {
+    {
+        const Environment environment = fault("lookup-nothing");
+        Host host;
+        CommandTextBuffer buffer(host.instance);
+        DoubleSymbol number(buffer, "x");
+        number.registerSymbol();
+        EXPECT_EQ(number.handle, 0U);
+        EXPECT_FALSE(number.isRegistered());
+    }
+    {
+        const Environment environment = fault("wrong-type");
+        Host host;
+        CommandTextBuffer buffer(host.instance);
+        DoubleSymbol number(buffer, "x");
+        StringSymbol string(buffer, "s");
+        number.registerSymbol();
+        string.registerSymbol();
+        Double value{5};
+        String text;
+        EXPECT_FALSE(number.directGet(value));
+        EXPECT_EQ(value.value, 0);
+        EXPECT_EQ(buffer.errorCode, 2);
+        EXPECT_FALSE(string.directGet(text));
+        buffer.error(0);
+    }
+    const Environment environment = fault("bitmap-without-memory");
+    Host host;
+    CommandTextBuffer buffer(host.instance);
+    const BitmapSymbol bitmap(buffer, 4, 4, PixelCharRgba);
+    EXPECT_EQ(bitmap.bitmap.data, nullptr);
+    EXPECT_EQ(bitmap.bitmap.width, 4);
+}
+
+TEST(LoopbackFaults, OfAnUnknownNameAreSaid) {
+    const Environment environment = fault("null-instanze,fail-command=0,fail-command=x,slow-command");
+    testing::internal::CaptureStderr();
+    const Host host;
+    const std::string text = testing::internal::GetCapturedStderr();
+    EXPECT_NE(host.instance, nullptr);
+    for (const char* entry : {"\"null-instanze\"", "\"fail-command=0\"", "\"fail-command=x\"", "\"slow-command\""}) {
+        EXPECT_NE(text.find(entry), std::string::npos) << entry;
+    }
+    EXPECT_NE(text.find("known are init-refused, "), std::string::npos);
+}
+
+// ---- the watch -----------------------------------------------------------------------------------------------------
+
+TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    Host host;
+    Instance* const second = host.library.createInstance();
+    const Vtables tables = host.library.vtables;
+    void* const parser = second->parserContext;
+    ZantLibraryInstance* const engine = second->engineInstance;
+    host.library.releaseInstance(second);
+    EXPECT_EQ(file.content(), "");
+
+    ZantParserExchangeBuffer record{};
+    EXPECT_EQ(tables.parser->parse(parser, "echo;", nullptr, ParseText), 9);
+    EXPECT_EQ(tables.parser->parse(engine, "echo;", nullptr, ParseText), 9);
+    EXPECT_EQ(tables.parser->getValue(parser, nullptr, &record), 0);
+    tables.library->destroyInstance(engine);
+    EXPECT_EQ(tables.raytrace->createContext(engine), nullptr);
+    EXPECT_EQ(tables.mt->mutexOp(&record, 1, 0), 0);
+    tables.mt->destroyJob(&record);
+    EXPECT_EQ(file.content(),
+              "parse: the parser context is no longer alive\nparse: the parser context is none of this engine\n"
+              "getValue: the parser context is no longer alive\ndestroyInstance: the instance is no longer alive\n"
+              "createContext: the instance is no longer alive\nmutexOp: the mutex is not alive\n"
+              "destroyJob: the job context is not alive\n");
+}
+
+TEST(LoopbackWatch, NotesCallsAfterTheEngineHasExited) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    Library library(ZANT_LOOPBACK_DIR);
+    Instance* const instance = library.createInstance();
+    const Vtables tables = library.vtables;
+    library.unload();  // with an instance alive
+    EXPECT_EQ(tables.parser->parse(instance->parserContext, "echo;", nullptr, ParseText), 9);
+    tables.library->exit();
+    library.releaseInstance(instance);
+    EXPECT_EQ(file.content(),
+              "exit: an instance is still alive\nparse: the parser context is no longer alive\n"
+              "exit: the engine has exited already\ndestroyInstance: the instance is no longer alive\n");
+}
+
+TEST(LoopbackWatch, NotesTwoThreadsInOneParserContext) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}, {"ZANT_LOOPBACK_FAULT", "slow-command=100"}};
+    Host host;
+    std::thread other([&] { host.parse("var x;"); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    host.parse("var y;");
+    other.join();
+    EXPECT_EQ(file.content(), "parse: another thread is inside the same parser context\n");
+}
+
+TEST(LoopbackWatch, NotesMutexesInTheWrongHands) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    const Host host;
+    Mutex mutex;
+    mutex.init(host.library.vtables.mt);
+    mutex.lock();
+    mutex.lock();
+    EXPECT_EQ(mutex.trylock(), 0);
+    mutex.unlock();
+    mutex.unlock();
+    EXPECT_EQ(file.content(), "mutexOp: locked twice by one thread\nmutexOp: unlocked by a stranger\n");
+}
+
+// ---- hosts ---------------------------------------------------------------------------------------------------------
+
+TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    Host first;
+    {
+        Host second;
+        EXPECT_EQ(first.library.getInfoInt(2), 2);
+        EXPECT_EQ(second.parse("var x,1;"), 0);
+        EXPECT_EQ(first.instance->findObject("x", HandleObject), nullptr);
+    }
+    EXPECT_EQ(first.library.getInfoInt(2), 1);
+    EXPECT_EQ(first.parse("var x,1;"), 0);
+    {
+        Host third;
+        first.library.releaseInstance(first.instance);
+        EXPECT_EQ(third.parse("var x,1;"), 0) << "the older host has gone first";
+    }
+    EXPECT_EQ(file.content(), "");
+}
+
+}  // namespace
+}  // namespace Zant::Tests
