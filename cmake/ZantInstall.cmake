@@ -2,10 +2,10 @@
 # pkg-config file each, the loopback engine and the program.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS zant zantclient EXPORT ZantTargets
+install(TARGETS zant zantclient zanttestkit EXPORT ZantTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY own client DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
+install(DIRECTORY own client testkit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
     FILES_MATCHING PATTERN "*.h" PATTERN "generator" EXCLUDE PATTERN "catalogue" EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/client DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
     FILES_MATCHING PATTERN "*.h")

@@ -1,0 +1,63 @@
+#include "testkit/commandlog.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace Zant::Testkit {
+namespace {
+
+bool logInUse = false;
+
+std::string withFinalSeparator(const std::string& directory) {
+    if (!std::filesystem::is_directory(directory)) {
+        throw std::runtime_error("no folder of the loopback engine at \"" + directory + "\"");
+    }
+    return directory.back() == '/' ? directory : directory + '/';
+}
+
+}  // namespace
+
+CommandLog::CommandLog(const std::string& engineDirectory)
+    : directory(withFinalSeparator(engineDirectory)),
+      file(folder.name() + "/transcript.zant"),
+      variable("ZANT_LOOPBACK_TRANSCRIPT", file) {
+    if (logInUse) throw std::runtime_error("there is a command log already: the engine writes to one only");
+    logInUse = true;
+}
+
+CommandLog::~CommandLog() {
+    logInUse = false;
+}
+
+bool CommandLog::isRecording() const {
+    return std::filesystem::exists(file);
+}
+
+Transcript CommandLog::sent() const {
+    Transcript transcript;
+    if (isRecording()) transcript = Transcript::fromFile(file, forgotten);
+    transcript.setSource("sent");
+    return transcript;
+}
+
+void CommandLog::forget() {
+    if (isRecording()) forgotten = static_cast<size_t>(std::filesystem::file_size(file));
+}
+
+Result CommandLog::check(const std::string& expectedCommands) const {
+    return check(Transcript::fromText(expectedCommands));
+}
+
+Result CommandLog::checkFile(const std::string& expectedFile) const {
+    return check(Transcript::fromFile(expectedFile));
+}
+
+Result CommandLog::check(const Transcript& expected) const {
+    if (isRecording()) return compare(expected, sent());
+    return Result::failure(
+        "no loopback engine has been loaded since this command log began.\n"
+        "  Begin the log before the engine is loaded, and load it from " +
+        directory);
+}
+
+}  // namespace Zant::Testkit

@@ -1,0 +1,40 @@
+#ifndef ZANT_TESTKIT_ENVIRONMENT_H
+#define ZANT_TESTKIT_ENVIRONMENT_H
+
+#include <optional>
+#include <string>
+
+namespace Zant::Testkit {
+
+/// Sets a variable of the process's environment as long as it lives, and then sets it back to what it was.
+class ScopedVariable {
+public:
+    /// Throws std::runtime_error when the environment cannot take it.
+    ScopedVariable(std::string variableName, const std::string& value);
+    ~ScopedVariable();
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+private:
+    std::string name;
+    std::optional<std::string> before;
+};
+
+/// A folder of its own under the system's folder for temporary files, removed with all that is in it.
+class TemporaryFolder {
+public:
+    /// Throws std::runtime_error when it cannot be made.
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::string& name() const { return path; }
+
+private:
+    std::string path;
+};
+
+}  // namespace Zant::Testkit
+
+#endif
