@@ -10,6 +10,10 @@ int main(int argc, char** argv) {
     for (const auto add : {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms,
                            Zant::App::addDecode, Zant::App::addProbe, Zant::App::addReport, Zant::App::addRehearse})
         add(program, exitCode);
+    if (argc > 1 && argv[1][0] != '-' && !program.get_subcommand_no_throw(argv[1])) {
+        std::fprintf(stderr, "zant: no subcommand '%s' (zant --help lists them)\n", argv[1]);
+        return Zant::App::WrongUsage;
+    }
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

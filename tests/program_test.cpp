@@ -65,7 +65,7 @@ TEST(Program, ExitCodesAndMessages) {
     const std::string runBad = "run " + badFile;
     const Row rows[] = {
         {"", 2, "subcommand is required"},
-        {"dance", 2, "dance"},
+        {"dance", 2, "no subcommand 'dance'"},
         {"--version", 0, "3.0.0"},
         {"check", 2, "FILE is required"},
         {"check /nonexistent/file", 1, "No such file"},
