@@ -52,8 +52,12 @@ uint64_t textOfExponent(int exponent) {
 
 }  // namespace
 
-const DecimalTables& DecimalTables::get() {
+// Initialised by the loader, so before any static constructor runs.
+std::atomic<const DecimalTables*> DecimalTables::filled_{nullptr};
+
+const DecimalTables& DecimalTables::fill() {
     static const DecimalTables tables;
+    filled_.store(&tables, std::memory_order_release);
     return tables;
 }
 
@@ -71,6 +75,10 @@ DecimalTables::DecimalTables() {
         const double scale = power(-count);
         const double nextDigit = threshold(power(count), [scale](double a) { return a * scale >= 1.0; });
         moreDigits_[count] = nextDigit < reach(count) ? nextDigit : reach(count);
+    }
+    for (uint32_t v = 0; v < 1000; ++v) {
+        threeDigits_[v] = v / 100 | v / 10 % 10 << 8 | v % 10 << 16;
+        digitCounts_[v] = v < 10 ? 1 : v < 100 ? 2 : 3;
     }
     for (int e = -largestExponent; e <= largestExponent; ++e)
         exponentTexts_[e + largestExponent] = textOfExponent(e);

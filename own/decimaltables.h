@@ -1,6 +1,7 @@
 #ifndef ZANT_OWN_DECIMALTABLES_H
 #define ZANT_OWN_DECIMALTABLES_H
 
+#include <atomic>
 #include <cstdint>
 
 namespace Zant {
@@ -15,8 +16,14 @@ public:
     static constexpr int mostDecimals = 8;
     static constexpr int mostWholeDigits = 8;
 
-    /// The tables, filled on first use (from any thread, also before main); afterwards one test of a flag.
-    static const DecimalTables& get();
+    /// The tables, filled on first use: from any thread, also before main.
+    static const DecimalTables& get() {
+        const DecimalTables* tables = getIfFilled();
+        return tables ? *tables : fill();
+    }
+
+    /// The tables, or null before the first use.
+    static const DecimalTables* getIfFilled() { return filled_.load(std::memory_order_acquire); }
 
     /// pow(10.0, k) for every int k.
     double power(int k) const {
@@ -36,16 +43,28 @@ public:
     /// The smallest number that is written with more than `count` digits before the point, up to mostWholeDigits.
     double moreDigits(int count) const { return moreDigits_[count]; }
 
+    /// The three digits of v, which is below 1000, as values 0 to 9, the first in the lowest byte.
+    uint64_t threeDigits(uint32_t v) const { return threeDigits_[v]; }
+
+    /// The count of the digits of v, which is below 1000, without leading zeros.
+    int digitCount(uint32_t v) const { return digitCounts_[v]; }
+
     /// "e-12" for -12, then a terminator, then its length in the last byte; up to largestExponent either way.
     uint64_t exponentText(int exponent) const { return exponentTexts_[exponent + largestExponent]; }
 
 private:
     DecimalTables();
 
+    static const DecimalTables& fill();
+
+    static std::atomic<const DecimalTables*> filled_;
+
     double powers_[highestPower - lowestPower + 1];
     double halves_[mostDecimals + 1];
     double reaches_[2 * largestExponent + 3];
     double moreDigits_[mostWholeDigits + 1];
+    uint32_t threeDigits_[1000];
+    unsigned char digitCounts_[1000];
     uint64_t exponentTexts_[2 * largestExponent + 1];
 };
 

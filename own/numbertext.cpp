@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "own/decimaltables.h"
 
@@ -21,6 +22,7 @@ namespace Zant {
 namespace {
 
 constexpr int mostDecimals = DecimalTables::mostDecimals;
+constexpr uint64_t placeBits[] = {1, 2, 4, 8, 16, 32, 64, 128, 256};
 constexpr uint32_t integerPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
 // The rounding errors of a product with a (rounded) power of ten stay below this part of it.
@@ -28,7 +30,7 @@ constexpr double errorPart = 1.0 / (1LL << 51);
 // Up to here they stay below an eighth.
 constexpr double largestProduct = 1LL << 48;
 // Numbers below have at most eight digits before the point.
-constexpr double wholeLimit = 1e8;
+constexpr int wholeLimit = 100000000;
 // Integers up to here have been compared with the definition, every one of them.
 constexpr double largestInteger = 1000000.0;
 
@@ -36,12 +38,10 @@ constexpr double largestInteger = 1000000.0;
 
 constexpr uint64_t zeroCharacters = 0x3030303030303030;
 
-uint64_t eightDigits(uint32_t v) {
-    const uint64_t fours = v / 10000 | static_cast<uint64_t>(v % 10000) << 32;
-    const uint64_t hundreds = ((fours * 5243) >> 19) & 0x0000007F0000007F;
-    const uint64_t twos = hundreds | (fours - hundreds * 100) << 16;
-    const uint64_t tens = ((twos * 103) >> 10) & 0x000F000F000F000F;
-    return tens | (twos - tens * 10) << 8;
+uint64_t eightDigits(uint32_t v, const DecimalTables& tables) {
+    const uint32_t upper = v / 1000;
+    return tables.threeDigits(upper / 1000) >> 8 | tables.threeDigits(upper % 1000) << 16 |
+           tables.threeDigits(v % 1000) << 40;
 }
 
 uint64_t digitAt(uint64_t digits, int place) {
@@ -67,7 +67,7 @@ struct Product {
     Product(double a, double power)
         : value(a * power), floor(static_cast<int64_t>(value)), rest(value - static_cast<double>(floor)) {}
 
-    bool isClear() const { return rest > value * errorPart && rest < 1.0 - value * errorPart; }
+    bool isClear() const { return std::fabs(rest - 0.5) < 0.5 - value * errorPart; }
     int64_t nearest() const { return static_cast<int64_t>(value + 0.5); }
 
     double value;
@@ -75,19 +75,15 @@ struct Product {
     double rest;
 };
 
-// Finds the digits of numbers that are not negative, for one count of decimals.
+// Finds the digits of numbers that are not negative, for one count of decimals (an int, or a constant).
+template <class Count>
 class QuickDigits {
 public:
-    QuickDigits(const DecimalTables& tables, int decimalCount)
-        : tables_(tables),
-          count_(decimalCount),
-          units_(integerPowers[decimalCount]),
-          scale_(integerPowers[mostDecimals - decimalCount]) {}
+    QuickDigits(const DecimalTables& tables, Count decimalCount) : tables_(tables), count_(decimalCount) {}
 
     // Whether there is a quick way for a, which is not negative.
     bool find(double a) {
         if (!(a < wholeLimit)) return false;
-        if (a <= largestInteger && a == static_cast<uint32_t>(a)) return setInteger(a);
         const Product product(a, tables_.power(count_));
         if (product.value >= largestProduct) return false;
         if (!product.isClear()) return findAtInteger(a, product);
@@ -102,44 +98,35 @@ public:
     uint64_t decimals;  // and behind it, padded with zeros
 
 private:
-    bool setInteger(double a) {
-        value = a;
-        whole = static_cast<uint32_t>(a);
-        decimals = 0;
-        return true;
-    }
-
     // Splits n units of the last decimal; false if the decimals are all zero.
     bool split(double v, int64_t n) {
         value = v;
         whole = static_cast<uint32_t>(v);
-        const uint64_t part = static_cast<uint64_t>(n) - static_cast<uint64_t>(whole) * units_;
-        decimals = eightDigits(static_cast<uint32_t>(part) * scale_);
-        return part - 1 < units_ - 1u;
+        const uint64_t part = static_cast<uint64_t>(n) - static_cast<uint64_t>(whole) * integerPowers[count_];
+        decimals = eightDigits(static_cast<uint32_t>(part) * integerPowers[mostDecimals - count_], tables_);
+        return part - 1 < integerPowers[count_] - 1u;
     }
 
-    // A bit for each place from `last` to the last decimal where v falls short of the integer that n implies.
-    unsigned shortPlaces(double v, int64_t n, int last) const {
+    // A bit for each place up to the last decimal where v falls short of the integer that it is nearest to. Places are
+    // looked at all together: that is quicker than to stop early.
+    unsigned shortPlaces(double v) const {
+        constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what is below 2^51
         const double* powers = tables_.powers();
-        const double atLast = static_cast<double>(n) / powers[count_ - last];
-        unsigned places = 0;
-        for (int k = last; k <= count_; ++k) {
-            places |= static_cast<unsigned>(v * powers[k] < atLast * powers[k - last]) << k;
+        uint64_t places = 0;
+        for (int k = 1; k <= mostDecimals; ++k) {
+            const double product = v * powers[k];
+            places |= product < product + toInteger - toInteger ? placeBits[k] : 0;
         }
-        return places;
+        return static_cast<unsigned>(places) & ((2u << count_) - 1);
     }
 
     bool findAtInteger(double a, const Product& product) {
-        const int64_t n = product.nearest();
-        if (!split(a, n)) return false;
+        if (!split(a, product.nearest())) return false;
         const int last = countToLastNonzero(decimals);
-        const unsigned places = shortPlaces(a, n, last);
-        if (places == 1u << last) {
-            decimals -= 1ULL << (8 * (last - 1));
-        } else if (places != 0) {
-            // A digit behind the last place has become a 9, and rounding restores n.
-            value = a + tables_.half(count_);
-        }
+        const unsigned places = shortPlaces(a) >> last;
+        decimals -= static_cast<uint64_t>(places == 1) << (8 * (last - 1));
+        // Where a digit behind the last place has become a 9, rounding makes the text shorter again.
+        value = places > 1 ? a + tables_.half(count_) : a;
         return true;
     }
 
@@ -151,31 +138,27 @@ private:
         if (product.floor != floor + 1) return false;
         const bool hasDecimals = split(rounded, product.floor);
         if (product.isClear()) return true;
-        return hasDecimals && shortPlaces(rounded, product.floor, countToLastNonzero(decimals)) == 0;
+        return hasDecimals && shortPlaces(rounded) >> countToLastNonzero(decimals) == 0;
     }
 
     const DecimalTables& tables_;
-    const int count_;
-    const uint32_t units_;
-    const uint32_t scale_;
+    const Count count_;
 };
 
 // ---- Writing
 // ---------------------------------------------------------------------------------------------------------
 
-// Returns the place behind the digits, or null where the definition writes another count of digits (next to a power of
-// ten).
-char* writeWhole(char* out, const DecimalTables& tables, const QuickDigits& number) {
-    if (number.whole < 10) {
-        *out = static_cast<char>('0' + number.whole);
-        return number.value < tables.moreDigits(1) ? out + 1 : nullptr;
+// Returns the count of digits.
+int writeWhole(char* out, uint32_t whole, const DecimalTables& tables) {
+    if (whole < 1000) {
+        const int count = tables.digitCount(whole);
+        store(out, (tables.threeDigits(whole) | zeroCharacters) >> (24 - 8 * count));
+        return count;
     }
-    const uint64_t digits = eightDigits(number.whole);
+    const uint64_t digits = eightDigits(whole, tables);
     const int zeros = countLeadingZeros(digits);
     store(out, (digits | zeroCharacters) >> (8 * zeros));
-    const int count = 8 - zeros;
-    const bool asDefined = number.value >= tables.moreDigits(count - 1) && number.value < tables.moreDigits(count);
-    return asDefined ? out + count : nullptr;
+    return 8 - zeros;
 }
 
 char* writeDecimals(char* out, uint64_t decimals) {
@@ -185,16 +168,8 @@ char* writeDecimals(char* out, uint64_t decimals) {
     return out + count + (count != 0);
 }
 
-char* writeExponent(char* out, uint64_t text) {
-    store(out, text);
-    return out + (text >> 56);
-}
-
-char* writeNumber(double a, char* out, const DecimalTables& tables, int decimals) {
-    QuickDigits number(tables, decimals);
-    if (!number.find(a)) return nullptr;
-    char* end = writeWhole(out, tables, number);
-    return end ? writeDecimals(end, number.decimals) : nullptr;
+bool isSmallInteger(double a) {
+    return a <= largestInteger && a == static_cast<int>(a);
 }
 
 int decimalExponent(double a, const DecimalTables& tables) {
@@ -205,27 +180,75 @@ int decimalExponent(double a, const DecimalTables& tables) {
     return least + (a >= tables.reach(least + 1));
 }
 
+bool hasExponent(double a, const DecimalTables& tables) {
+    return a >= tables.reach(-DecimalTables::largestExponent) && a < tables.reach(DecimalTables::largestExponent);
+}
+
+char* writeInteger(double a, char* out, const DecimalTables& tables) {
+    return out + writeWhole(out, static_cast<uint32_t>(a), tables);
+}
+
+// Returns the place behind the number, or null where there is no quick way.
+template <class Count>
+char* writeFraction(double a, char* out, const DecimalTables& tables, Count decimals) {
+    QuickDigits<Count> number(tables, decimals);
+    if (!number.find(a)) return nullptr;
+    const int count = writeWhole(out, number.whole, tables);
+    // Next to a power of ten the definition may write a digit more or less.
+    if (number.value < tables.moreDigits(count - 1) || number.value >= tables.moreDigits(count)) return nullptr;
+    return writeDecimals(out + count, number.decimals);
+}
+
+// Numbers other than small integers.
+template <class Count>
+size_t writeScientific(double a, char* out, const DecimalTables& tables, Count decimals, int maxExp) {
+    char* end = nullptr;
+    uint64_t tail = 0;  // the exponent and the terminator
+    if (a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1)) {
+        end = writeFraction(a, out, tables, decimals);
+    } else if (hasExponent(a, tables)) {
+        const int exponent = decimalExponent(a, tables);
+        const double mantissa = a / tables.powers()[exponent];
+        tail = tables.exponentText(exponent);
+        end = isSmallInteger(mantissa) ? writeInteger(mantissa, out, tables)
+                                       : writeFraction(mantissa, out, tables, decimals);
+    }
+    if (!end) return 0;
+    store(end, tail);
+    return static_cast<size_t>(end - out) + (tail >> 56);
+}
+
 }  // namespace
 
+// The very first number goes the general way, which fills the tables: so nothing here calls out of the quick way.
+
 size_t quickNumberText(double x, char* out, int decimals, int maxExp) {
-    if (decimals < 1 || decimals > mostDecimals || maxExp < 0 || maxExp >= DecimalTables::largestExponent) return 0;
-    const DecimalTables& tables = DecimalTables::get();
+    const DecimalTables* tables = DecimalTables::getIfFilled();
+    if (!tables || maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals)
+        return 0;
     const double a = std::fabs(x);
     *out = '-';
-    char* const start = out + (x < 0);
-    if ((a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1)) || a == 0) {
-        char* const end = writeNumber(a, start, tables, decimals);
-        if (!end) return 0;
+    const size_t sign = x < 0;
+    if (isSmallInteger(a) && a < tables->reach(maxExp + 1)) {
+        char* const end = writeInteger(a, out + sign, *tables);
         *end = 0;
         return static_cast<size_t>(end - out);
     }
-    // Written so that a NaN goes the same way as an infinity.
-    if (!(a >= tables.reach(-DecimalTables::largestExponent) && a < tables.reach(DecimalTables::largestExponent)))
-        return 0;
-    const int exponent = decimalExponent(a, tables);
-    char* const end = writeNumber(a / tables.power(exponent), start, tables, decimals);
-    if (!end) return 0;
-    return static_cast<size_t>(writeExponent(end, tables.exponentText(exponent)) - out);
+    const size_t length =
+        decimals == mostDecimals
+            ? writeScientific(a, out + sign, *tables, std::integral_constant<int, mostDecimals>(), maxExp)
+            : writeScientific(a, out + sign, *tables, decimals, maxExp);
+    return length == 0 ? 0 : length + sign;
+}
+
+size_t quickNumberText(int v, char* out) {
+    const DecimalTables* tables = DecimalTables::getIfFilled();
+    if (!tables || v <= -wholeLimit || v >= wholeLimit) return 0;
+    *out = '-';
+    char* const start = out + (v < 0);
+    char* const end = start + writeWhole(start, static_cast<uint32_t>(v < 0 ? -v : v), *tables);
+    *end = 0;
+    return static_cast<size_t>(end - out);
 }
 
 }  // namespace Zant

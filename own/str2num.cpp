@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "own/decimaltables.h"
 #include "own/numbertext.h"
@@ -47,6 +48,16 @@ int digitValue(char c) {
 void put(char*& out, size_t& room, char c) {
     *out++ = c;
     --room;
+}
+
+// Writes the digits of v in front of `end`; returns the first.
+template <class Radix>
+char* digitsBefore(char* end, size_t v, Radix radix) {
+    do {
+        *--end = digitCharacter(v % radix);
+        v /= radix;
+    } while (v != 0);
+    return end;
 }
 
 // The decimal digit of a at the exponent k: 0 the units, 1 the first decimal, -1 the tens.
@@ -102,17 +113,16 @@ void fill_and_minus(char*& out, size_t& room, size_t width, char fill, char minu
 void size_t_2_modulo(size_t v, char* out, size_t& room, char fill, int radix, char minus) {
     if (room == 0) return;
     --room;
-    const size_t base = static_cast<size_t>(radix);
-    size_t width = 1;
-    size_t power = 1;
-    for (; v / power >= base; power *= base)
-        ++width;
+    char digits[64];
+    char* const end = digits + sizeof digits;
+    const char* first = radix == 10 ? digitsBefore(end, v, std::integral_constant<size_t, 10>())
+                                    : digitsBefore(end, v, static_cast<size_t>(radix));
+    const size_t width = static_cast<size_t>(end - first);
     fill_and_minus(out, room, width, fill, minus);
-    for (; power != 0 && room != 0; power /= base) {
-        put(out, room, digitCharacter(v / power));
-        v %= power;
-    }
-    *out = 0;
+    const size_t kept = width < room ? width : room;
+    std::memcpy(out, first, kept);
+    out[kept] = 0;
+    room -= kept;
 }
 
 void int_2_modulo(int v, char* out, size_t& room, char fill, int radix) {

@@ -21,7 +21,8 @@ size_t lengthOrNone(const char* s) {
 }  // namespace
 
 void TextBuffer::concat(int v) {
-    char text[12];
+    if (takeQuick([v](char* out) { return quickNumberText(v, out); })) return;
+    char text[quickNumberRoom];
     size_t room = sizeof text;
     int_2_modulo(v, text, room, 0, 10);
     concat(text);
@@ -36,22 +37,26 @@ void TextBuffer::concat(float v) {
 }
 
 void TextBuffer::concatNumber(double v, size_t room, int decimals, int maxExp) {
-    if (bufferSize - dataSize >= quickNumberRoom) {
-        const size_t length = quickNumberText(v, buffer + dataSize, decimals, maxExp);
-        dataSize += length;
-        if (length != 0) return;
-    }
-    // The growth rule goes by the length of the text, which is not known before it is formed.
+    if (takeQuick([=](char* out) { return quickNumberText(v, out, decimals, maxExp); })) return;
     char text[quickNumberRoom];
     double_2_sci(v, text, room, decimals, maxExp);
     concat(text);
 }
 
+// Only where there is room to scribble over: the growth rule goes by the length of a text, which is not known yet.
+template <class Writer>
+bool TextBuffer::takeQuick(Writer write) {
+    if (bufferSize - dataSize < quickNumberRoom) return false;
+    const size_t length = write(buffer + dataSize);
+    dataSize += length;
+    return length != 0;
+}
+
 void TextBuffer::concatQuotedString(const char* s, char quote) {
     if (!s) return;
-    char* out = nullptr;
+
     const size_t offset = allocBuffer(quotedLength(s, quote));
-    for (out = buffer + offset; *s; ++s) {
+    for (char* out = buffer + offset; *s; ++s) {
         *out++ = *s;
         if (*s == quote) *out++ = quote;
     }

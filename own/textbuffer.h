@@ -64,6 +64,8 @@ public:
     const char* separator = nullptr;  ///< written before the next item, null for none; not owned
 
 private:
+    template <class Writer>
+    bool takeQuick(Writer write);
     void concatNumber(double v, size_t room, int decimals, int maxExp);
 };
 
