@@ -54,7 +54,6 @@ bool TextBuffer::takeQuick(Writer write) {
 
 void TextBuffer::concatQuotedString(const char* s, char quote) {
     if (!s) return;
-
     const size_t offset = allocBuffer(quotedLength(s, quote));
     for (char* out = buffer + offset; *s; ++s) {
         *out++ = *s;

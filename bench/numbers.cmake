@@ -1,0 +1,12 @@
+# Number text: the peers that are installed take part.
+zant_bench(numbers)
+find_package(fmt QUIET)
+if(fmt_FOUND)
+    target_compile_definitions(numbers_bench PRIVATE ZANT_BENCH_FMT)
+    target_link_libraries(numbers_bench PRIVATE fmt::fmt)
+endif()
+find_package(double-conversion QUIET)
+if(double-conversion_FOUND)
+    target_compile_definitions(numbers_bench PRIVATE ZANT_BENCH_DOUBLE_CONVERSION)
+    target_link_libraries(numbers_bench PRIVATE double-conversion::double-conversion)
+endif()
