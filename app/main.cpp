@@ -2,6 +2,16 @@
 
 #include "app/program.h"
 
+namespace {
+
+bool isSubcommand(const CLI::App& program, const std::string& word) {
+    for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; }))
+        if (command->check_name(word)) return true;
+    return false;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
     CLI::App program{"Drives a Zant engine from the command line.", "zant"};
     program.set_version_flag("--version", ZANT_VERSION);
@@ -10,7 +20,7 @@ int main(int argc, char** argv) {
     for (const auto add : {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms,
                            Zant::App::addDecode, Zant::App::addProbe, Zant::App::addReport, Zant::App::addRehearse})
         add(program, exitCode);
-    if (argc > 1 && argv[1][0] != '-' && !program.get_subcommand_no_throw(argv[1])) {
+    if (argc > 1 && argv[1][0] != '-' && !isSubcommand(program, argv[1])) {
         std::fprintf(stderr, "zant: no subcommand '%s' (zant --help lists them)\n", argv[1]);
         return Zant::App::WrongUsage;
     }
