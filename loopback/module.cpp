@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "loopback/handles.h"
 
@@ -71,7 +72,7 @@ void Module::begin() {
 
 // The watch file stays open: it is there for calls that come too late.
 void Module::end() {
-    surroundings_.settings = Settings();
+    std::exchange(surroundings_.settings, Settings());  // plain assignment would keep the memory of texts
     surroundings_.transcript.close();
     rays_.clear();
     mutexes_.clear();
