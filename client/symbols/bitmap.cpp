@@ -1,5 +1,6 @@
 #include "client/symbols/bitmap.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -21,9 +22,10 @@ constexpr Byte toByte(Real v) {
     return static_cast<Byte>(static_cast<int>(clamped(v) * Real(255)));
 }
 
+/// A byte divided by 255 in double, then narrowed. For floats the quotient of floats is the same, for every byte.
 template <class Real>
 constexpr Real fromByte(Byte b) {
-    return static_cast<Real>(b / 255.0);
+    return static_cast<Real>(b) / Real(255);
 }
 
 template <class Real>
@@ -157,7 +159,7 @@ void store(const ZantBitmapCore& bitmap, int x, int y, const Real* in, Real alph
 }
 
 // ---- Rows of pixels -------------------------------------------------------------------------------------------------
-// The general row, and the pairs of formats for which the same result comes faster.
+// The row as it is defined, then the pairs of formats for which the same result comes faster.
 
 template <class From, class To>
 void copyRow(From, To, const typename From::Element* __restrict source, typename To::Element* __restrict target,
@@ -168,6 +170,41 @@ void copyRow(From, To, const typename From::Element* __restrict source, typename
         To::store(target + i * To::elements, colour, colour[3]);
     }
 }
+
+void copyRow(FloatColour<3>, FloatColour<3>, const float* source, float* target, size_t count) {
+    std::memcpy(target, source, count * 3 * sizeof(float));
+}
+
+void copyRow(FloatRgba, FloatRgba, const float* source, float* target, size_t count) {
+    std::memcpy(target, source, count * 4 * sizeof(float));
+}
+
+void copyRow(CharRgba, CharRgba, const Byte* source, Byte* target, size_t count) {
+    std::memcpy(target, source, count * 4);
+}
+
+/// What becomes of a gray byte that is read and written: in the upper third, the mean of three equal values comes out
+/// below them for one byte in eight. (168 stands for all bytes below; it is not one of them.)
+constexpr Byte copiedGray(Byte b) {
+    return static_cast<Byte>(b - ((std::max<Byte>(b, 168) & 7) == 5));
+}
+
+void copyRow(CharGray, CharGray, const Byte* __restrict source, Byte* __restrict target, size_t count) {
+    for (size_t i = 0; i < count; ++i) {
+        target[i] = copiedGray(source[i]);
+    }
+}
+
+constexpr bool shortcutsHoldForEveryByte() {
+    for (int i = 0; i < 256; ++i) {
+        const Byte b = static_cast<Byte>(i);
+        const float unit = static_cast<float>(b / 255.0);
+        const float colour[3] = {unit, unit, unit};
+        if (fromByte<float>(b) != unit || toByte(unit) != b || toByte(mean(colour)) != copiedGray(b)) return false;
+    }
+    return true;
+}
+static_assert(shortcutsHoldForEveryByte(), "the shortcuts give the defined bytes");
 
 template <class From, class To>
 void copyRows(From from, To to, const ZantBitmapCore& source, const ZantBitmapCore& target, int width, int height) {
