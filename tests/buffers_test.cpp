@@ -1,0 +1,280 @@
+// The byte and text buffers: growth to the byte, terminators, separators, and what a failing allocation leaves.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <new>
+#include <random>
+#include <string>
+
+#include "own/str2num.h"
+#include "own/textbuffer.h"
+#include "tests/allocationcount.h"
+
+using namespace Zant;
+
+namespace {
+
+// What the definition of growth gives: doubling from the old size, or from 16, until it is enough.
+size_t grown(size_t size, size_t needed) {
+    if (needed <= size) return size;
+    size = size == 0 ? 16 : size;
+    while (size < needed)
+        size *= 2;
+    return size;
+}
+
+std::string content(const ResizableBuffer& buffer) {
+    return std::string(buffer.buffer, buffer.dataSize);
+}
+
+template <class Value>
+std::string concatenated(Value value) {
+    TextBuffer buffer;
+    buffer.concat(value);
+    EXPECT_EQ(buffer.buffer[buffer.dataSize], 0);
+    return content(buffer);
+}
+
+// The buffer after an operation that was refused its memory.
+template <class Operation>
+void expectUntouched(TextBuffer& buffer, Operation operation) {
+    const std::string before(buffer.buffer, buffer.bufferSize);
+    const size_t dataSize = buffer.dataSize;
+    const char* separator = buffer.separator;
+    failAllocations(true);
+    bool thrown = false;
+    try {
+        operation();
+    } catch (const std::bad_alloc&) {
+        thrown = true;
+    }
+    failAllocations(false);
+    EXPECT_TRUE(thrown);
+    EXPECT_EQ(buffer.dataSize, dataSize);
+    EXPECT_EQ(buffer.separator, separator);
+    EXPECT_EQ(std::string(buffer.buffer, buffer.bufferSize), before);
+}
+
+}  // namespace
+
+TEST(ResizableBuffer, GrowsByDoubling) {
+    ResizableBuffer one, seventeen, twenty, fitted, odd;
+    one.append('x');
+    EXPECT_EQ(one.bufferSize, 16u);
+    seventeen.append("12345678901234567", 17);
+    EXPECT_EQ(seventeen.bufferSize, 32u);
+    twenty.append("1234567890", 10);
+    EXPECT_EQ(twenty.allocBuffer(20), 10u);
+    EXPECT_EQ(twenty.bufferSize, 32u);
+    EXPECT_EQ(twenty.dataSize, 30u);
+    fitted.fit(100);
+    EXPECT_EQ(fitted.bufferSize, 128u);
+    EXPECT_EQ(fitted.dataSize, 0u);
+    odd.resize(24);
+    odd.fit(25);
+    EXPECT_EQ(odd.bufferSize, 48u);
+}
+
+TEST(ResizableBuffer, MovesItsDataAndTheByteBehind) {
+    TextBuffer buffer;
+    buffer.concat("abc");
+    buffer.resize(40);
+    EXPECT_EQ(buffer.bufferSize, 40u);
+    EXPECT_STREQ(buffer.buffer, "abc");
+    buffer.replace(1, "XY", 2);
+    EXPECT_STREQ(buffer.buffer, "aXY");
+    buffer.freeBuffer();
+    EXPECT_EQ(buffer.buffer, nullptr);
+    EXPECT_EQ(buffer.bufferSize + buffer.dataSize, 0u);
+    buffer.replace(0, "a", 1);
+    EXPECT_EQ(buffer.buffer, nullptr);
+}
+
+TEST(ResizableBuffer, AnswersForNothing) {
+    ResizableBuffer buffer;
+    EXPECT_FALSE(buffer.append("", 0));
+    EXPECT_EQ(buffer.buffer, nullptr);
+    buffer.align(8);
+    buffer.appendString("");
+    EXPECT_EQ(buffer.buffer, nullptr);
+    EXPECT_TRUE(buffer.append('x'));
+    EXPECT_TRUE(buffer.append("", 0));
+}
+
+TEST(ResizableBuffer, AlignsItsEnd) {
+    ResizableBuffer buffer;
+    buffer.append("1234567890123", 13);
+    buffer.align(8);
+    EXPECT_EQ(buffer.dataSize, 16u);
+    buffer.align(8);
+    EXPECT_EQ(buffer.dataSize, 16u);
+    for (const size_t n : {1, 2, 4, 16, 64, 256}) {
+        buffer.append('x');
+        buffer.align(n);
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.buffer + buffer.dataSize) % n, 0u) << n;
+        EXPECT_LE(buffer.dataSize, buffer.bufferSize);
+    }
+}
+
+TEST(ResizableBuffer, RefusesWhatNoMemoryHolds) {
+    ResizableBuffer buffer;
+    buffer.append('x');
+    EXPECT_THROW(buffer.allocBuffer(SIZE_MAX), std::bad_alloc);
+    EXPECT_THROW(buffer.fit(SIZE_MAX), std::bad_alloc);
+    EXPECT_EQ(buffer.dataSize, 1u);
+    EXPECT_EQ(buffer.bufferSize, 16u);
+}
+
+TEST(TextBuffer, WritesNumbers) {
+    EXPECT_EQ(concatenated(-2147483647 - 1), "-2147483648");
+    EXPECT_EQ(concatenated(1000000000), "1000000000");
+    EXPECT_EQ(concatenated(0), "0");
+    EXPECT_EQ(concatenated(0.5), "0.5");
+    EXPECT_EQ(concatenated(2.0), "2");
+    EXPECT_EQ(concatenated(1234567.0), "1.234567e6");
+    EXPECT_EQ(concatenated(0.1f), "0.1");
+    EXPECT_EQ(concatenated(123456.7f), "1.23456e5");
+    EXPECT_EQ(concatenated(-std::nan("")), "0");
+
+    // Warm or not, the same text.
+    TextBuffer warm;
+    warm.fit(64);
+    for (const int v : {0, 7, -7, 10, 99, -100, 999, 1000, -54321, 99999999, -99999999, 100000000, 2147483647}) {
+        warm.concat(v);
+        EXPECT_EQ(std::string(warm), concatenated(v));
+    }
+}
+
+TEST(TextBuffer, JoinsAndSeparates) {
+    TextBuffer buffer;
+    buffer.concat("ab");
+    buffer.concat("cd");
+    EXPECT_EQ(buffer.dataSize, 4u);
+    EXPECT_STREQ(buffer.buffer, "abcd");
+    buffer + "e";
+    EXPECT_STREQ(buffer.buffer, "abcde");
+    buffer.separator = ",";
+    buffer + "x" + "y";
+    EXPECT_STREQ(buffer.buffer, "abcde,x,y");
+    buffer.setSeparateIf(";", " ");
+    EXPECT_STREQ(buffer.separator, ";");
+    buffer.separate();
+    EXPECT_STREQ(buffer.buffer, "abcde,x,y;");
+
+    const char* text = buffer;
+    EXPECT_STREQ(text, "abcde,x,y;");
+    EXPECT_EQ(buffer.dataSize, 0u);
+    EXPECT_EQ(buffer.separator, nullptr);
+    buffer.setSeparateIf(",", " ");
+    EXPECT_STREQ(buffer.separator, " ");
+    buffer.setSeparateIf(",", " ");
+    EXPECT_STREQ(buffer.separator, ",");
+
+    TextBuffer empty;
+    empty.separator = ",";
+    EXPECT_STREQ(static_cast<const char*>(empty), "");
+    EXPECT_EQ(empty.buffer, nullptr);
+    EXPECT_STREQ(empty.separator, ",") << "nothing was taken out";
+}
+
+TEST(TextBuffer, QuotesText) {
+    TextBuffer buffer;
+    buffer += "a\"b";
+    EXPECT_EQ(content(buffer), "\"a\"\"b\"");
+    buffer.separator = ",";
+    buffer.addQuotedString("it's \"", '\'');
+    EXPECT_EQ(content(buffer), "\"a\"\"b\",'it's \"\"'") << "what is doubled is the double quote";
+    buffer.concatQuotedString("''x", '\'');
+    buffer += nullptr;
+    buffer.concat(";");
+    EXPECT_STREQ(buffer, "\"a\"\"b\",'it's \"\"'''''x,\"\";");
+}
+
+// Every kind of append, in random order, against the growth and the text that are defined.
+TEST(TextBuffer, GrowsAsDefinedWhateverIsAppended) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 300; ++round) {
+        TextBuffer buffer;
+        std::string expected;
+        size_t size = 0;
+        for (int item = 0; item < 40; ++item) {
+            const double number = static_cast<double>(random() % 4000000) / static_cast<double>(1 + random() % 1000);
+            const std::string text(random() % 20, 'x');
+            std::string added = text;
+            size_t terminator = 1;
+            switch (random() % 5) {
+                case 0:
+                    buffer.concat(text.c_str());
+                    break;
+                case 1:
+                    buffer.concat(number);
+                    added = concatenated(number);
+                    break;
+                case 2:
+                    buffer.concat(static_cast<int>(number));
+                    added = std::to_string(static_cast<int>(number));
+                    break;
+                case 3:
+                    buffer.addQuotedString(text.c_str(), '"');
+                    added = '"' + text + '"';
+                    terminator = 0;
+                    break;
+                default:
+                    buffer.append('c');
+                    added = "c";
+                    terminator = 0;
+                    break;
+            }
+            expected += added;
+            size = grown(size, expected.size() + terminator);
+            ASSERT_EQ(buffer.bufferSize, size);
+            ASSERT_EQ(content(buffer), expected);
+            ASSERT_TRUE(terminator == 0 || buffer.buffer[buffer.dataSize] == 0);
+        }
+    }
+}
+
+TEST(TextBuffer, AllocatesNothingOnceItIsWarm) {
+    TextBuffer buffer;
+    buffer.fit(256);
+    const size_t before = allocationCount();
+    for (int i = 0; i < 10000; ++i) {
+        buffer + "surface";
+        buffer.separator = ",";
+        buffer.concat(i * 0.37);
+        buffer.concat(static_cast<float>(i));
+        buffer.concat(-i);
+        buffer.addQuotedString("name \"x\"", '"');
+        buffer.concat(";");
+        ASSERT_NE(static_cast<const char*>(buffer)[0], 0);
+    }
+    char text[64];
+    for (const double x : {0.1, 1.0 / 3.0, 5e-324, 1.7e308, 123456789.123}) {
+        size_t room = sizeof text;
+        double_2_sci(x, text, room, 15, 5);
+    }
+    EXPECT_EQ(allocationCount(), before);
+    EXPECT_EQ(buffer.bufferSize, 256u);
+}
+
+TEST(TextBuffer, StaysAsItWasWhenMemoryFails) {
+    TextBuffer buffer;
+    buffer.concat("123456789012345");  // fills the first block, terminator included
+    buffer.separator = ", ";
+    expectUntouched(buffer, [&] { buffer.concat("x"); });
+    expectUntouched(buffer, [&] { buffer.concat(0.5); });
+    expectUntouched(buffer, [&] { buffer.concat(5); });
+    expectUntouched(buffer, [&] { buffer.separate(); });
+    expectUntouched(buffer, [&] { buffer + "x"; });
+    expectUntouched(buffer, [&] { buffer += "x"; });
+    expectUntouched(buffer, [&] { buffer.append("xy", 2); });
+    expectUntouched(buffer, [&] { buffer.concatQuotedString("\"\"", '"'); });
+    expectUntouched(buffer, [&] { buffer.fit(17); });
+
+    // A separator that fits in front of an item that does not.
+    TextBuffer tight;
+    tight.concat("1234567890");
+    tight.separator = ",";
+    expectUntouched(tight, [&] { tight + "abcdefgh"; });
+    expectUntouched(tight, [&] { tight += "abcdefgh"; });
+}
