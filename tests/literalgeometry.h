@@ -1,5 +1,5 @@
-// A second evaluation of the geometry, written term by term as it is defined and sharing nothing with the library, and
-// the comparison of results bit by bit.
+// A second evaluation of the geometry, written term by term as it is defined and sharing nothing with the library, the
+// comparison of results bit by bit, and the values to compare with.
 #ifndef ZANT_TESTS_LITERALGEOMETRY_H
 #define ZANT_TESTS_LITERALGEOMETRY_H
 
@@ -7,6 +7,8 @@
 
 #include <cmath>
 #include <cstring>
+#include <limits>
+#include <random>
 
 #include "client/records/zant_records.h"
 
@@ -165,7 +167,11 @@ inline void angles(double* hpb, const ZantAxesCore& axes) {
 }
 
 inline ZantAxesCore compose(const ZantAxesCore& axes, ZantAxesCore target, bool inverted) {
-    const ZantAxesCore before = target;
+    ZantAxesCore before = {};  // a copy, which takes the rows in use
+    before.rows = target.rows;
+    for (int i = 0; i < 3 * target.rows; ++i) {
+        before.m[i] = target.m[i];
+    }
     Nine other = matrix(axes);
     if (inverted) other = inverse(other);
     const Nine composed = product(matrix(before), other);
@@ -182,6 +188,53 @@ inline ZantAxesCore compose(const ZantAxesCore& axes, ZantAxesCore target, bool 
     target.rows = 2;
     return target;
 }
+
+constexpr double Pi = 3.14159265358979323846;
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// Random values: ordinary ones, and now and then one that is easily got wrong.
+class Source {
+public:
+    explicit Source(unsigned seed) : generator(seed) {}
+
+    double ordinary(double limit = 10.0) { return std::uniform_real_distribution<double>(-limit, limit)(generator); }
+
+    double any() {
+        const double odd[] = {0.0, -0.0, 1.0, -1.0, 1e-310, 1e300, Infinity, NotANumber};
+        const unsigned pick = generator() % 64;
+        return pick < 8 ? odd[pick] : pick < 24 ? odd[pick % 4] : ordinary();
+    }
+
+    Nine matrix() {
+        Nine out;
+        for (double& element : out.m) {
+            element = any();
+        }
+        return out;
+    }
+
+    ZantAxesCore axes(int rows) {
+        ZantAxesCore out = {};
+        std::memcpy(out.m, matrix().m, sizeof out.m);
+        out.rows = rows;
+        return out;
+    }
+
+    /// Angles within the ranges that a decomposition gives, positive scales.
+    ZantAxesCore angles() {
+        ZantAxesCore out = {};
+        for (int i = 0; i < 3; ++i) {
+            out.m[i] = ordinary(i == 1 ? 1.5 : Pi);
+            out.m[3 + i] = 1.5 + ordinary(1.0);
+        }
+        out.rows = 2;
+        return out;
+    }
+
+private:
+    std::mt19937 generator;
+};
 
 }  // namespace Literal
 

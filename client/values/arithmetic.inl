@@ -124,19 +124,21 @@ inline void invert(double* out, const double* m) {
 
 /// diag(scales) * rotation(0, 1, bank) * rotation(1, 2, pitch) * rotation(2, 0, heading) of six doubles.
 ///
-/// The zeros and ones of the rotations are multiplied out by hand. What is left of them is that their sums start at
-/// +0, so that no element of the first product is a negative zero.
+/// The products with the zeros and ones of the rotations are left out, which changes no bit as long as what is not part
+/// of a sum still gets the +0 that its sum starts with: it turns a negative zero into a positive one.
 inline void fromAngles(double* out, const double* axes) {
     const double sh = std::sin(axes[0]), ch = std::cos(axes[0]);
     const double sp = std::sin(axes[1]), cp = std::cos(axes[1]);
     const double sb = std::sin(axes[2]), cb = std::cos(axes[2]);
     const double bankAndPitch[9] = {
-        0.0 + cb, 0.0 + sb * cp, 0.0 + sb * sp, 0.0 - sb, 0.0 + cb * cp, 0.0 + cb * sp, 0.0, 0.0 - sp, 0.0 + cp,
+        cb,  0.0 + sb * cp, sb * sp,  //
+        -sb, 0.0 + cb * cp, cb * sp,  //
+        0.0, 0.0 - sp,      cp,
     };
-    for (int i = 0; i < 3; ++i) {
-        const double* row = bankAndPitch + 3 * i;
+    for (int i = 0; i < 9; i += 3) {
+        const double* row = bankAndPitch + i;
         const Row3 turned(0.0 + row[0] * ch + row[2] * sh, row[1], 0.0 + row[0] * -sh + row[2] * ch);
-        (turned * axes[3 + i]).store(out + 3 * i);
+        (turned * axes[3 + i / 3]).store(out + i);
     }
 }
 

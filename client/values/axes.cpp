@@ -210,17 +210,18 @@ bool Axes::isMatrix(Matrix3x3& out) const {
 }
 
 void Axes::transform(ZantAxesCore& target, char inverse) const {
+    const Axes before(target);
     Matrix3x3 result;
     Matrix3x3 mine;
-    toMatrix(target, result);
+    toMatrix(before, result);
     toMatrix(*this, mine);
     if (inverse) mine.inverse();
     result.multiply(mine);
-    if (rows != FormAngles && target.rows != FormAngles) {
+    if (rows != FormAngles && before.rows != FormAngles) {
         copy(target, Axes(result));
         return;
     }
-    const double scale = inverse ? scaleX(target) / scaleX(*this) : scaleX(target) * scaleX(*this);
+    const double scale = inverse ? scaleX(before) / scaleX(*this) : scaleX(before) * scaleX(*this);
     AxesHpb angles(result);
     angles.m[3] = scale;
     copy(target, angles);
