@@ -61,15 +61,15 @@ Outcome showInfo(Execution& execution) {
 }
 
 Outcome include(Execution& execution) {
-    execution.nestedFile = execution.text(0);
-    execution.isNested = true;
+    execution.nested = Nested::File;
+    execution.nestedText = execution.text(0);
     return {};
 }
 
 Outcome parse(Execution& execution) {
+    execution.nested = Nested::Text;
     execution.nestedText = execution.text(0);
     execution.nestedSource = execution.has(1) ? execution.text(1) : "parse";
-    execution.isNested = true;
     return {};
 }
 

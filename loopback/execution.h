@@ -13,6 +13,9 @@
 
 namespace Zant::Loopback {
 
+/// What a command leads to.
+enum class Nested { None, File, Text };
+
 /// One command being carried out: what it finds, and what it leaves.
 ///
 /// Places are those of the command's form, from 0 behind the command word. Bitmaps, vertex maps and meshes that the
@@ -23,11 +26,10 @@ struct Execution {
     const Settings& settings;
     TextWriter& writer;
 
-    Lines lines{};               ///< what the command says
-    std::string nestedFile{};    ///< a file of commands to be read next, or
-    std::string nestedText{};    ///< a text of commands,
-    std::string nestedSource{};  ///< with its name in error lines
-    bool isNested = false;       ///< whether there is one of the two; its commands are recorded then, not this one
+    Lines lines{};                 ///< what the command says
+    Nested nested = Nested::None;  ///< commands to be read next, which are recorded instead of this one
+    std::string nestedText{};      ///< their file's name, or the commands themselves
+    std::string nestedSource{};    ///< of a text, its name in error lines
 
     size_t places() const { return command.values().size(); }
     bool has(size_t place) const { return place < places(); }

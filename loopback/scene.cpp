@@ -1,6 +1,7 @@
 #include "loopback/scene.h"
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <thread>
@@ -11,30 +12,19 @@
 namespace Zant::Loopback {
 namespace {
 
+namespace files = std::filesystem;
+
 constexpr int deepest = 16;
-constexpr int CannotRead = -1;  // beside the codes of the parser
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
 // A file is looked for beside the file that includes it, then where it says.
-OpenFile openBeside(const std::string& name, const char* source) {
-    const std::string includer = source ? source : "";
-    const size_t slash = includer.rfind('/');
-    if (slash != std::string::npos && name[0] != '/') {
-        OpenFile file(std::fopen((includer.substr(0, slash + 1) + name).c_str(), "rb"));
-        if (file) return file;
-    }
-    return OpenFile(std::fopen(name.c_str(), "rb"));
-}
-
-// A directory opens like a file, and fails with the first byte.
-bool isReadable(std::FILE* file) {
-    const int first = std::fgetc(file);
-    if (first != EOF) std::ungetc(first, file);
-    return std::ferror(file) == 0;
+files::path locate(const std::string& name, const char* source) {
+    const files::path beside = files::path(source).parent_path() / name;
+    std::error_code ignored;
+    return files::is_regular_file(beside, ignored) ? beside : files::path(name);
 }
 
 // Where a value of the command stands.
@@ -52,6 +42,20 @@ Position positionOf(const Command& command, size_t place) {
 
 }  // namespace
 
+// A text being read, and what led to it.
+struct Reading {
+    const char* source;
+    bool isFile = false;
+    const Reading* outer = nullptr;
+    int depth = 0;
+
+    bool includes(const files::path& file) const {
+        std::error_code ignored;
+        if (isFile && files::equivalent(source, file, ignored)) return true;
+        return outer && outer->includes(file);
+    }
+};
+
 Scene::Scene(uint64_t number, Instance* instance, Surroundings& surroundings)
     : number_(number),
       library_(instance->library),
@@ -64,7 +68,7 @@ int Scene::parse(const void* data, const char* source, int mode) {
     if (mode == ParseBinary) return runBlock(data);
     if (mode != ParseText && mode != ParseQuickText) return DeadContext;
     TextReader reader{std::string_view(static_cast<const char*>(data))};
-    return runText(reader, source ? source : "text", 0);
+    return runText(reader, {source ? source : "text"});
 }
 
 Scene::Lock Scene::enter(const char* call) {
@@ -80,44 +84,15 @@ const char* Scene::nameOf(uint64_t registered) {
     return object ? object->name.c_str() : nullptr;
 }
 
-int Scene::runText(TextReader& reader, const char* source, int depth) {
+int Scene::runText(TextReader& reader, const Reading& reading) {
     int first = Fine;
     Command command;
     for (ReadResult result = reader.next(command); result != ReadResult::End; result = reader.next(command)) {
         const bool isRead = result == ReadResult::Command;
-        const int code = isRead ? run(command, enter("parse"), source, depth) : fail(reader.diagnostic(), source);
+        const int code = isRead ? run(command, enter("parse"), reading) : fail(reader.diagnostic(), reading);
         if (first == Fine) first = code;
     }
     return first;
-}
-
-int Scene::run(const Command& command, Lock lock, const char* source, int depth) {
-    Execution execution{command, objects_, settings_, writer_};
-    const Outcome outcome = execute(execution);
-    lock.unlock();
-    text_.say(execution.lines);
-    if (outcome.code != Fine) return fail(outcome, command, source);
-    return execution.isNested ? runNested(execution, source, depth) : Fine;
-}
-
-int Scene::runNested(const Execution& execution, const char* source, int depth) {
-    const Command& command = execution.command;
-    if (depth >= deepest) return fail({TooDeep, "commands are nested too deeply", 0}, command, source);
-    if (execution.nestedFile.empty()) {
-        TextReader reader{std::string_view(execution.nestedText)};
-        return runText(reader, execution.nestedSource.c_str(), depth + 1);
-    }
-    const int code = runFile(execution.nestedFile, source, depth + 1);
-    if (code != CannotRead) return code;
-    return fail({NoFile, "cannot read the file '" + execution.nestedFile + "'", 0}, command, source);
-}
-
-int Scene::runFile(const std::string& name, const char* source, int depth) {
-    const OpenFile file = openBeside(name, source);
-    if (!file || !isReadable(file.get())) return CannotRead;
-    FileSource input(file.get());
-    TextReader reader(input);
-    return runText(reader, name.c_str(), depth);
 }
 
 int Scene::runBlock(const void* block) {
@@ -125,9 +100,43 @@ int Scene::runBlock(const void* block) {
     BinaryReader reader(this);
     Lock lock = enter("parse");  // before reading: names of registered symbols are looked up
     const ReadResult result = reader.read(block, command);
-    if (result == ReadResult::Command) return run(command, std::move(lock), "block", 0);
+    if (result == ReadResult::Command) return run(command, std::move(lock), {"block"});
     lock.unlock();
-    return result == ReadResult::End ? Fine : fail(reader.diagnostic(), "block");
+    return result == ReadResult::End ? Fine : fail(reader.diagnostic(), {"block"});
+}
+
+int Scene::run(const Command& command, Lock lock, const Reading& reading) {
+    Execution execution{command, objects_, settings_, writer_};
+    const Outcome outcome = execute(execution);
+    lock.unlock();
+    text_.say(execution.lines);
+    if (outcome.code != Fine) return fail(outcome, command, reading);
+    return execution.nested == Nested::None ? Fine : runNested(execution, reading);
+}
+
+int Scene::runNested(const Execution& execution, const Reading& reading) {
+    if (reading.depth >= deepest) {
+        return fail({TooDeep, "commands are nested too deeply", 0}, execution.command, reading);
+    }
+    if (execution.nested == Nested::File) return runFile(execution, reading);
+    TextReader reader{std::string_view(execution.nestedText)};
+    return runText(reader, {execution.nestedSource.c_str(), false, &reading, reading.depth + 1});
+}
+
+// Files that are none, such as directories and devices, are not read: some of them have no end.
+int Scene::runFile(const Execution& execution, const Reading& reading) {
+    const files::path path = locate(execution.nestedText, reading.source);
+    const std::string quoted = "'" + execution.nestedText + "'";
+    if (reading.includes(path)) {
+        return fail({TooDeep, "the file " + quoted + " includes itself", 0}, execution.command, reading);
+    }
+    std::error_code ignored;
+    const bool isFile = files::is_regular_file(path, ignored);
+    const std::unique_ptr<std::FILE, CloseFile> file(isFile ? std::fopen(path.c_str(), "rb") : nullptr);
+    if (!file) return fail({NoFile, "cannot read the file " + quoted, 0}, execution.command, reading);
+    FileSource input(file.get());
+    TextReader reader(input);
+    return runText(reader, {path.c_str(), true, &reading, reading.depth + 1});
 }
 
 bool Scene::isToFail() {
@@ -141,7 +150,7 @@ Outcome Scene::execute(Execution& execution) {
     if (isToFail()) return {Injected, "this command fails because ZANT_LOOPBACK_FAULT asks for it"};
     try {
         const Outcome outcome = carryOut(execution);
-        if (outcome.code == Fine && !execution.isNested && surroundings_.transcript.isOpen()) {
+        if (outcome.code == Fine && execution.nested == Nested::None && surroundings_.transcript.isOpen()) {
             surroundings_.transcript.line(writer_.write(execution.command));
         }
         return outcome;
@@ -150,13 +159,13 @@ Outcome Scene::execute(Execution& execution) {
     }
 }
 
-int Scene::fail(const Diagnostic& diagnostic, const char* source) {
-    text_.say("Error: " + diagnostic.describe(source));
+int Scene::fail(const Diagnostic& diagnostic, const Reading& reading) {
+    text_.say("Error: " + diagnostic.describe(reading.source));
     return NotUnderstood;
 }
 
-int Scene::fail(const Outcome& outcome, const Command& command, const char* source) {
-    fail(Diagnostic{positionOf(command, outcome.place), outcome.message, {}}, source);
+int Scene::fail(const Outcome& outcome, const Command& command, const Reading& reading) {
+    fail(Diagnostic{positionOf(command, outcome.place), outcome.message, {}}, reading);
     return outcome.code;
 }
 

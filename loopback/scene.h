@@ -17,6 +17,7 @@
 namespace Zant::Loopback {
 
 struct Execution;
+struct Reading;
 
 /// The engine's side of one instance: its objects, its parser and its text output.
 ///
@@ -65,15 +66,15 @@ private:
     ObjectPointer objectOf(const void* handle) const;
     void* handleOf(const Object& object) const;
 
-    int runText(TextReader& reader, const char* source, int depth);
-    int run(const Command& command, Lock lock, const char* source, int depth);
-    int runFile(const std::string& name, const char* source, int depth);
+    int runText(TextReader& reader, const Reading& reading);
     int runBlock(const void* block);
-    int runNested(const Execution& execution, const char* source, int depth);
+    int run(const Command& command, Lock lock, const Reading& reading);
+    int runNested(const Execution& execution, const Reading& reading);
+    int runFile(const Execution& execution, const Reading& reading);
     Outcome execute(Execution& execution);
     bool isToFail();
-    int fail(const Diagnostic& diagnostic, const char* source);
-    int fail(const Outcome& outcome, const Command& command, const char* source);
+    int fail(const Diagnostic& diagnostic, const Reading& reading);
+    int fail(const Outcome& outcome, const Command& command, const Reading& reading);
 
     const uint64_t number_;
     const Library* const library_;

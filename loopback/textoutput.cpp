@@ -17,10 +17,7 @@ void Lines::add(std::string_view text) {
 
 void TextOutput::say(const Lines& lines) {
     if (lines.empty() || closed_) return;
-    if (foreignThread_)
-        std::thread([&] { guarded([&] { send(lines); }); }).join();
-    else
-        send(lines);
+    perform([&] { send(lines); });
 }
 
 void TextOutput::say(std::string_view text) {
@@ -30,9 +27,21 @@ void TextOutput::say(std::string_view text) {
 }
 
 void TextOutput::close() {
-    const std::lock_guard lock(opening_);
-    if (opened_ && !closed_) raise(EventDestroyTextStream, handle_, nullptr);
+    if (isOpened() && !closed_) {
+        perform([&] { raise(EventDestroyTextStream, handle_, nullptr); });
+    }
     closed_ = true;
+}
+
+template <class Work>
+void TextOutput::perform(const Work& work) {
+    if (!foreignThread_) return work();
+    std::thread([&] { guarded(work); }).join();
+}
+
+bool TextOutput::isOpened() {
+    const std::lock_guard lock(opening_);
+    return opened_;
 }
 
 void TextOutput::send(const Lines& lines) {

@@ -40,6 +40,9 @@ public:
     void close();
 
 private:
+    template <class Work>
+    void perform(const Work& work);
+    bool isOpened();
     void send(const Lines& lines);
     void* stream();
     void raise(ZantEventData& event);

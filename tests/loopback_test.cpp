@@ -185,12 +185,31 @@ TEST(LoopbackCommands, InATranscriptRunAgainAndGiveItAgain) {
     EXPECT_EQ(second.content(), first.content());
 }
 
-TEST(LoopbackCommands, ThatIncludeThemselvesEnd) {
+std::string doubled(const std::string& text) {
+    std::string result;
+    for (const char letter : text)
+        result += letter == '"' ? "\"\"" : std::string(1, letter);
+    return result;
+}
+
+TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     Host host;
-    const TemporaryFile file("x");
-    std::ofstream(file.name()) << "include \"" << file.name() << "\";";
-    EXPECT_EQ(host.parse(("include \"" + file.name() + "\";").c_str()), 6);
-    EXPECT_NE(host.text.take().find("nested too deeply"), std::string::npos);
+    const TemporaryFile inner("echo \"inner\";");
+    const TemporaryFile self("x");
+    const std::string name = inner.name().substr(inner.name().rfind('/') + 1);
+    const TemporaryFile outer("include \"" + name + "\"; include \"" + name + "\";");
+    EXPECT_EQ(host.parse(("include \"" + outer.name() + "\";").c_str()), 0);
+    EXPECT_EQ(host.text.take(), "inner\ninner\n");
+    std::ofstream(self.name()) << "include \"" << self.name() << "\"; echo \"once\";";
+    EXPECT_EQ(host.parse(("include \"" + self.name() + "\";").c_str()), 6);
+    EXPECT_NE(host.text.take().find("includes itself\nonce\n"), std::string::npos);
+    for (const char* command : {"include \"\";", "include \"/\";", "include \"/dev/zero\";"}) {
+        EXPECT_EQ(host.parse(command), 5) << command;
+    }
+    std::string nested = "echo";
+    for (int depth = 0; depth < 6; ++depth)
+        nested = "parse \"" + doubled(nested + ";") + "\"";
+    EXPECT_EQ(host.parse(nested.c_str()), 0) << host.text.take();
 }
 
 TEST(LoopbackCommands, SayWhatTheyKnow) {
