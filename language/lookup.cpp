@@ -11,20 +11,23 @@ namespace {
 
 constexpr size_t longestWord = 40;  // of the words of any table, and of what is worth comparing
 
-// Letters to insert, drop, replace or swap with their neighbour to get from one word to the other.
-size_t editDistance(std::string_view from, std::string_view to) {
+// Letters to insert, drop, replace or swap with their neighbour to get from one word to the other; any number above
+// the limit when it is above that.
+size_t editDistance(std::string_view from, std::string_view to, size_t limit) {
     size_t rows[3][longestWord + 1];
     size_t *before = rows[0], *last = rows[1], *row = rows[2];
     for (size_t k = 0; k <= to.size(); ++k)
         last[k] = k;
     for (size_t i = 1; i <= from.size(); ++i) {
-        row[0] = i;
+        size_t least = row[0] = i;
         for (size_t k = 1; k <= to.size(); ++k) {
             const size_t replaced = last[k - 1] + (from[i - 1] != to[k - 1]);
-            row[k] = std::min({replaced, last[k] + 1, row[k - 1] + 1});
+            row[k] = std::min(replaced, std::min(last[k], row[k - 1]) + 1);
             const bool swapped = i > 1 && k > 1 && from[i - 1] == to[k - 2] && from[i - 2] == to[k - 1];
             if (swapped) row[k] = std::min(row[k], before[k - 2] + 1);
+            least = std::min(least, row[k]);
         }
+        if (least > limit + 1) return least - 1;  // a swap reaches back over one row
         std::swap(before, last);
         std::swap(last, row);
     }
@@ -65,7 +68,7 @@ void NearestWord::offer(const char* word) {
     // Near enough: at most a third of the letters are wrong, of short words at most one.
     const size_t allowed = std::max<size_t>(1, longer / 3);
     if (longer > longestWord || longer - shorter > allowed) return;
-    const size_t letters = editDistance(wanted, candidate);
+    const size_t letters = editDistance(wanted, candidate, allowed);
     if (letters > allowed || (nearest && letters >= distance)) return;
     nearest = word;
     distance = letters;
