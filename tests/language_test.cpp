@@ -420,6 +420,12 @@ TEST(Language, ReadsAmbiguousFormsInTheOrderOfTheForms) {
     EXPECT_STREQ(formOf("about reset;", grammar), "symbol") << "the keyword does not fit to the end";
     EXPECT_STREQ(formOf("about reset;", both), "keyword");
     EXPECT_STREQ(formOf("about [64];", both), "keyword");
+
+    TextReader mistaken("about reset,\"text\";", grammar);
+    Command command;
+    EXPECT_EQ(mistaken.next(command), ReadResult::Error);
+    EXPECT_EQ(mistaken.diagnostic().message.find("argument 1 of 'about reset': expected a number"), 0u)
+        << mistaken.diagnostic().message;
 }
 
 TEST(Language, FindsFormsForPeople) {
