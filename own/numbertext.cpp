@@ -5,7 +5,7 @@
 // - p lies clear of the integers, by more than rounding errors amount to: every digit is a digit of floor(p).
 // - p lies at an integer n: above the last nonzero digit of n, every digit is a digit of n. From there down to the last
 //   decimal, the rounded product a * 10^k may fall just short of the integer that n implies at that place; then the
-//   digit is one lower (9 in place of 0). So these places are looked at one by one.
+//   digit is one lower (9 in place of 0). So these places are looked at.
 // - Rounding shortens the text only where the last decimal is 9, or where a 0 has become a 9 as above.
 // What is left (a within rounding errors of an integer that it is not, huge and tiny numbers) has no quick way.
 #include "own/numbertext.h"
@@ -22,10 +22,10 @@ namespace Zant {
 namespace {
 
 constexpr int mostDecimals = DecimalTables::mostDecimals;
-constexpr uint64_t placeBits[] = {1, 2, 4, 8, 16, 32, 64, 128, 256};
+constexpr uint64_t placeBits[mostDecimals + 1] = {1, 2, 4, 8, 16, 32, 64, 128, 256};
 constexpr uint32_t integerPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
-// The rounding errors of a product with a (rounded) power of ten stay below this part of it.
+// The errors of a product with a power of ten, both rounded, stay below this part of it.
 constexpr double errorPart = 1.0 / (1LL << 51);
 // Up to here they stay below an eighth.
 constexpr double largestProduct = 1LL << 48;
@@ -35,6 +35,8 @@ constexpr int wholeLimit = 100000000;
 constexpr double largestInteger = 1000000.0;
 
 // ---- Eight digits in one word, the first digit in the lowest byte ---------------------------------------------------
+
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a stored word begins with its lowest byte");
 
 constexpr uint64_t zeroCharacters = 0x3030303030303030;
 
@@ -61,7 +63,7 @@ void store(char* out, uint64_t characters) {
     std::memcpy(out, &characters, sizeof characters);
 }
 
-// ---- The digits of a number ----------------------------------------------------------------------------------------
+// ---- The digits of a number -----------------------------------------------------------------------------------------
 
 struct Product {
     Product(double a, double power)
@@ -130,7 +132,7 @@ private:
         return true;
     }
 
-    // Takes the rounded number if that ends earlier; the last decimal of a is 9, and its product has the floor n - 1.
+    // Takes the rounded number if that ends earlier: the last decimal of a is 9. `floor` is that of its product.
     bool round(double a, int64_t floor) {
         const double rounded = a + tables_.half(count_);
         const Product product(rounded, tables_.power(count_));
@@ -145,8 +147,7 @@ private:
     const Count count_;
 };
 
-// ---- Writing
-// ---------------------------------------------------------------------------------------------------------
+// ---- Writing --------------------------------------------------------------------------------------------------------
 
 // Returns the count of digits.
 int writeWhole(char* out, uint32_t whole, const DecimalTables& tables) {
@@ -220,9 +221,8 @@ size_t writeScientific(double a, char* out, const DecimalTables& tables, Count d
 
 }  // namespace
 
-// The very first number goes the general way, which fills the tables: so nothing here calls out of the quick way.
-
 size_t quickNumberText(double x, char* out, int decimals, int maxExp) {
+    // The very first number goes the general way, which fills the tables: a call from here would cost every number.
     const DecimalTables* tables = DecimalTables::getIfFilled();
     if (!tables || maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals)
         return 0;
@@ -242,11 +242,10 @@ size_t quickNumberText(double x, char* out, int decimals, int maxExp) {
 }
 
 size_t quickNumberText(int v, char* out) {
-    const DecimalTables* tables = DecimalTables::getIfFilled();
-    if (!tables || v <= -wholeLimit || v >= wholeLimit) return 0;
+    if (v <= -wholeLimit || v >= wholeLimit) return 0;
     *out = '-';
     char* const start = out + (v < 0);
-    char* const end = start + writeWhole(start, static_cast<uint32_t>(v < 0 ? -v : v), *tables);
+    char* const end = start + writeWhole(start, static_cast<uint32_t>(v < 0 ? -v : v), DecimalTables::get());
     *end = 0;
     return static_cast<size_t>(end - out);
 }
