@@ -60,4 +60,14 @@ Result CommandLog::check(const Transcript& expected) const {
         directory);
 }
 
+ContractWatch::ContractWatch() : file(folder.name() + "/watch.txt"), variable("ZANT_LOOPBACK_WATCH", file) {}
+
+Result ContractWatch::check() const {
+    if (!std::filesystem::exists(file)) {
+        return Result::failure("no loopback engine has been loaded since this watch began");
+    }
+    const std::string calls = Transcript::fromFile(file).text();
+    return calls.empty() ? Result::success() : Result::failure("calls that the contract forbids:\n" + calls);
+}
+
 }  // namespace Zant::Testkit

@@ -24,7 +24,8 @@
 /// other thread runs.
 namespace Zant::Testkit {
 
-/// Writes down the commands that the loopback engine receives, from all instances, in the order in which they arrive.
+/// Writes down the commands that the loopback engine carries out, from all instances, in the order in which they
+/// arrive. A command that the engine refuses is not among them.
 ///
 /// The engine decides whether to write when it is initialised. So the log must be there before an engine is loaded, and
 /// end after the engine was unloaded; at most one log at a time. Loading the engine again while the log is there goes
@@ -73,6 +74,22 @@ public:
     explicit LoopbackFault(const std::string& faults) : variable("ZANT_LOOPBACK_FAULT", faults) {}
 
 private:
+    ScopedVariable variable;
+};
+
+/// Watches for calls that the contract with the engine forbids (calls after release, on handles that are gone, from two
+/// threads at once) as long as it lives. It must be there before an engine is loaded, and end after it was unloaded.
+class ContractWatch {
+public:
+    ContractWatch();
+
+    /// Whether no forbidden call was seen; the message has a line for each. Fails when no engine was watched.
+    /// Check after the engine was unloaded: that is where many mistakes show.
+    Result check() const;
+
+private:
+    TemporaryFolder folder;
+    std::string file;  // in it; the engine creates it
     ScopedVariable variable;
 };
 

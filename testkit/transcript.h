@@ -17,7 +17,7 @@ public:
     static Result failure(std::string message) { return Result(std::move(message)); }
 
     explicit operator bool() const { return text.empty(); }
-    /// Several lines without a final newline; empty for a success.
+    /// Several lines; empty for a success.
     const std::string& message() const { return text; }
 
 private:

@@ -170,6 +170,22 @@ TEST(CommandLogTest, AnEngineThatIsLoadedAlreadyIsNotTrusted) {
     library.unloadExplicitly();
 }
 
+TEST(ContractWatchTest, ShowsForbiddenCalls) {
+    const ContractWatch watch;
+    EXPECT_FALSE(watch.check()) << "no engine yet";
+    {
+        LoopbackEngine engine(engineFolder);
+        Instance* instance = engine.library().createInstance();
+        instance->parse("fg render;", "test", ParseText);
+        EXPECT_TRUE(watch.check()) << watch.check().message();
+        const ParserFunctionsVtable* parser = engine.library().vtables.parser;
+        void* gone = instance->parserContext;
+        engine.library().releaseInstance(instance);
+        parser->parse(gone, "fg render;", "test", ParseText);
+    }
+    EXPECT_NE(watch.check().message().find("parse"), std::string::npos) << watch.check().message();
+}
+
 TEST(LoopbackFaultTest, ReachesTheEngine) {
     {
         const LoopbackFault fault("null-instance");
