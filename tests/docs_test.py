@@ -59,7 +59,8 @@ class Project:
             "    library.releaseInstance(instance);\n}\n")
         (self.folder / f"{name}.cpp").write_text(source)
         command = f"add_library({name} MODULE" if kind == "cpp plugin" else f"add_executable({name}"
-        self.lists += [f"{command} {name}.cpp)", f"target_link_libraries({name} PRIVATE Zant::client)"]
+        library = "Zant::testkit" if "testkit/" in source else "Zant::client"
+        self.lists += [f"{command} {name}.cpp)", f"target_link_libraries({name} PRIVATE {library})"]
         self.targets[page.name, line] = name
 
     def add_cmake(self, text):

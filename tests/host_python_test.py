@@ -1,9 +1,11 @@
 """Runs examples/host.py as a user would, against the loopback engine and against none."""
 import argparse
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
+import textwrap
 import unittest
 
 options = None
@@ -54,10 +56,23 @@ class HostTest(unittest.TestCase):
             self.assertNotIn("Traceback", result.stderr)
 
 
+    def test_the_page_quotes_the_host_as_it_is(self):
+        page = (options.host.parent.parent / "docs/hosts-in-other-languages.md").read_text()
+        blocks = re.findall(r"^```python\n(.*?)^```$", page, re.S | re.M)
+        self.assertEqual(len(blocks), 5)
+        host = options.host.read_text()
+        for block in blocks:
+            quoted = [textwrap.indent(block, " " * depth) for depth in (0, 4, 8)]
+            self.assertTrue(any(text in host for text in quoted), block)
+        for line in re.findall(r"^```json\n(.*?)\n```$", page, re.S | re.M):
+            self.assertIn(line, options.description.read_text())
+
+
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--host", type=pathlib.Path, required=True)
     parser.add_argument("--library", type=pathlib.Path, required=True)
+    parser.add_argument("--description", type=pathlib.Path, required=True)
     parser.add_argument("--engine", type=pathlib.Path, required=True)
     parser.add_argument("--commands", type=pathlib.Path, nargs="+", required=True)
     options = parser.parse_args()
