@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,7 +72,6 @@ public:
     /// The same, for another vocabulary.
     TextReader(std::string_view text, const Grammar& vocabulary);
     TextReader(TextSource& source, size_t windowSize, const Grammar& vocabulary);
-    ~TextReader();
     TextReader(const TextReader&) = delete;
     TextReader& operator=(const TextReader&) = delete;
 
@@ -92,7 +90,7 @@ private:
     bool refill();
     void closeRest();
     ReadResult readCommand(Command& command, const char* last);
-    void explainMistake();
+    void explainMistake(const TextParser& parser);
     ReadResult failUnclosed();
     void fail(const char* at, const char* message);
     void goOnAt(const char* place);
@@ -102,7 +100,6 @@ private:
     Position positionOf(const char* at) const;
     void advance(const char* to);
 
-    std::unique_ptr<TextParser> parser;
     const Grammar& grammar;
     TextSource* input = nullptr;
     std::vector<char> window;       // of a source, and of the last command of a text in memory

@@ -27,21 +27,15 @@ TextReader::TextReader(std::string_view text) : TextReader(text, Grammar::vocabu
 
 TextReader::TextReader(TextSource& source, size_t windowSize) : TextReader(source, windowSize, Grammar::vocabulary()) {}
 
-TextReader::TextReader(std::string_view text, const Grammar& vocabulary)
-    : parser(std::make_unique<TextParser>(vocabulary)), grammar(vocabulary), ended(true) {
+TextReader::TextReader(std::string_view text, const Grammar& vocabulary) : grammar(vocabulary), ended(true) {
     cursor = scanned = text.data();
     limit = cursor + text.size();
 }
 
 TextReader::TextReader(TextSource& source, size_t windowSize, const Grammar& vocabulary)
-    : parser(std::make_unique<TextParser>(vocabulary)),
-      grammar(vocabulary),
-      input(&source),
-      window(std::max<size_t>(windowSize, 16)) {
+    : grammar(vocabulary), input(&source), window(std::max<size_t>(windowSize, 16)) {
     cursor = limit = scanned = window.data();
 }
-
-TextReader::~TextReader() = default;
 
 ReadResult TextReader::next(Command& command) {
     while (true) {
@@ -122,21 +116,22 @@ ReadResult TextReader::readCommand(Command& command, const char* last) {
         fail(cursor, "the command is longer than 4 GiB");
     } else {
         command.position = positionOf(cursor);
-        understood = parser->parse(cursor, last, command);
+        TextParser parser(grammar);
+        understood = parser.parse(cursor, last, command);
         command.source = {cursor, size};
-        if (!understood) explainMistake();
+        if (!understood) explainMistake(parser);
     }
     advance(scanned);
     return understood ? ReadResult::Command : ReadResult::Error;
 }
 
 // Says what is wrong with the command at the cursor, and where reading goes on if that is before its end.
-void TextReader::explainMistake() {
-    const Mismatch& mismatch = parser->mismatch();
+void TextReader::explainMistake(const TextParser& parser) {
+    const Mismatch& mismatch = parser.mismatch();
     const char* const at = cursor + mismatch.offset;
-    const std::string word = parser->foundWord();
+    const std::string word = parser.foundWord();
     failure.position = positionOf(at);
-    explain(grammar, mismatch, parser->found(), word, failure);
+    explain(grammar, mismatch, parser.found(), word, failure);
     if (mismatch.problem != Problem::NoSeparator) return;
     if (const char* const text = textOverLines(cursor, at)) {
         fail(text, "the text that begins here runs over several lines: is its closing quote missing?");

@@ -8,6 +8,7 @@
 #include <random>
 #include <set>
 
+#include "allocationcount.h"
 #include "language/grammar.h"
 #include "language/lookup.h"
 #include "language/writer.h"
@@ -378,10 +379,14 @@ TEST(Language, KeepsNothingOfALongText) {
     TextReader reader(source);
     Command command;
     size_t commands = 0;
+    size_t allocations = 0;
     long before = 0;
     while (reader.next(command) == ReadResult::Command) {
-        if (++commands == 1000) before = memory();
+        if (++commands != 1000) continue;
+        before = memory();
+        allocations = allocationCount();
     }
+    EXPECT_EQ(allocationCount(), allocations);
     EXPECT_EQ(commands, 800000u) << reader.diagnostic().describe("text");
     EXPECT_EQ(reader.consumed(), size);
     EXPECT_LT(memory() - before, 2048) << "kilobytes";
