@@ -1,6 +1,7 @@
 #include "client/encoding/commandtextbuffer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 #include "client/engine/instance.h"
@@ -18,7 +19,7 @@ constexpr double pi = 3.141592653589793;
 constexpr size_t numberLimit = 23;
 /// The room that each number is given; what it does not take is scribbled over.
 constexpr size_t numberRoom = quickNumberRoom;
-constexpr size_t integerRoom = 12;
+constexpr size_t integerRoom = 11;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
 constexpr size_t vectorRoom = 4 * (numberLimit + 1) + 2 + numberRoom;
 constexpr size_t axesRoom = 9 * (numberLimit + 1) + 16 + numberRoom;
@@ -33,17 +34,15 @@ char* put(char* out, const char* characters, size_t length) {
     return out + length;
 }
 
-char* putNumber(char* out, double value) {
-    if (const size_t length = quickNumberText(value, out, 8, 5)) return out + length;
+char* putNumberSlowly(char* out, double value) {
     size_t room = numberLimit;
     double_2_sci(value, out, room, 8, 5);
     return out + (numberLimit - 1 - room);
 }
 
-char* putInteger(char* out, int value) {
-    size_t room = integerRoom;
-    int_2_modulo(value, out, room, 0, 10);
-    return out + (integerRoom - 1 - room);
+char* putNumber(char* out, double value) {
+    const size_t length = quickNumberText(value, out, 8, 5);
+    return length != 0 ? out + length : putNumberSlowly(out, value);
 }
 
 /// Numbers with commas between them; at least one.
@@ -132,7 +131,7 @@ void CommandTextBuffer::addEnum(int number, const char* word) {
 void CommandTextBuffer::addEnumQuick(int number) {
     const char* const next = quick || text.separator ? "," : " ";
     char* const out = put(begin(integerRoom + 2), '[');
-    end(put(putInteger(out, number), ']'), next);
+    end(put(std::to_chars(out, out + integerRoom, number).ptr, ']'), next);
 }
 
 void CommandTextBuffer::addDouble(double value) {
