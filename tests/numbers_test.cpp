@@ -217,6 +217,7 @@ TEST(Numbers, AgreeWithTheDefinitionNextToPowersOfTen) {
             const double x = std::fabs(stepped(power, step));
             ASSERT_EQ(differenceToOracle(x, 40, 8, 5), "");
             ASSERT_EQ(differenceToOracle(-x, 40, 3, 2), "");
+            ASSERT_EQ(differenceToOracle(x, 40, 1, 12), "");
         }
         // Far enough to pass every threshold that is taken from a logarithm.
         for (int64_t step = -2000; step <= 2000; step += 61, ++checked) {
