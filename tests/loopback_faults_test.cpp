@@ -207,9 +207,13 @@ TEST(LoopbackWatch, NotesMutexesInTheWrongHands) {
 // ---- hosts ---------------------------------------------------------------------------------------------------------
 
 TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
-    const TemporaryFile file;
-    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    const TemporaryFile watch;
+    const TemporaryFile transcript;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", watch.name()},
+                                  {"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}};
     Host first;
+    Mutex mutex;
+    mutex.init(first.library.vtables.mt);
     {
         Host second;
         EXPECT_EQ(first.library.getInfoInt(2), 2);
@@ -217,13 +221,17 @@ TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
         EXPECT_EQ(first.instance->findObject("x", HandleObject), nullptr);
     }
     EXPECT_EQ(first.library.getInfoInt(2), 1);
-    EXPECT_EQ(first.parse("var x,1;"), 0);
+    EXPECT_EQ(first.parse("var x,2;"), 0);
+    EXPECT_NE(mutex.trylock(), 0);
+    mutex.unlock();
+    mutex.destroy();
     {
         Host third;
         first.library.releaseInstance(first.instance);
-        EXPECT_EQ(third.parse("var x,1;"), 0) << "the older host has gone first";
+        EXPECT_EQ(third.parse("var x,3;"), 0) << "the older host has gone first";
     }
-    EXPECT_EQ(file.content(), "");
+    EXPECT_EQ(watch.content(), "");
+    EXPECT_EQ(transcript.content(), "var x,1;\nvar x,2;\nvar x,3;\n");
 }
 
 }  // namespace
