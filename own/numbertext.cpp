@@ -77,6 +77,14 @@ struct Product {
     double rest;
 };
 
+// Whether the product of a with every power of ten up to the eighth is exact: 5^8 has 19 bits. Where such a product is
+// an integer, its digits are those of the number as they stand, and its last one is a 5 or a 0, which nothing rounds.
+bool isShort(double a) {
+    uint64_t bits;
+    std::memcpy(&bits, &a, sizeof bits);
+    return (bits & 0x7FFFF) == 0;
+}
+
 // Finds the digits of numbers that are not negative, for one count of decimals (an int, or a constant).
 template <class Count>
 class QuickDigits {
@@ -88,6 +96,7 @@ public:
         if (!(a < wholeLimit)) return false;
         const Product product(a, tables_.power(count_));
         if (product.value >= largestProduct) return false;
+        if (product.rest == 0 && isShort(a)) return split(a, product.floor);
         if (!product.isClear()) return findAtInteger(a, product);
         split(a, product.floor);
         // A rest below a quarter stays below one when half a unit is added, errors included.
