@@ -108,7 +108,7 @@ TEST(ResizableBuffer, AlignsItsEnd) {
     EXPECT_EQ(buffer.dataSize, 16u);
     buffer.align(8);
     EXPECT_EQ(buffer.dataSize, 16u);
-    for (const size_t n : {1, 2, 4, 16, 64, 256}) {
+    for (const size_t n : {1u, 2u, 4u, 16u, 64u, 256u}) {
         buffer.append('x');
         buffer.align(n);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.buffer + buffer.dataSize) % n, 0u) << n;

@@ -413,7 +413,7 @@ TEST(Helpers, MoveMemoryAsDefined) {
     EXPECT_EQ(s2n_memcmp(low, high, 3), 2 - 0xFE);
     EXPECT_EQ(s2n_memcmp(low, high, 1), 0);
 
-    for (const size_t size : {0, 1, 7, 8, 9, 16, 23, 24}) {
+    for (const size_t size : {0u, 1u, 7u, 8u, 9u, 16u, 23u, 24u}) {
         alignas(8) char area[32], words[32];
         std::memset(area, '-', sizeof area);
         std::memset(words, '-', sizeof words);
