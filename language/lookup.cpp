@@ -3,6 +3,7 @@
 #include "language/lookup.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace Zant {
@@ -32,6 +33,21 @@ size_t editDistance(std::string_view from, std::string_view to, size_t limit) {
         std::swap(last, row);
     }
     return last[to.size()];
+}
+
+// One bit for each letter that occurs, as far as 32 bits tell letters apart.
+uint32_t lettersOf(std::string_view word) {
+    uint32_t letters = 0;
+    for (const char letter : word)
+        letters |= uint32_t{1} << (static_cast<unsigned char>(letter) & 31);
+    return letters;
+}
+
+size_t countOf(uint32_t bits) {
+    size_t count = 0;
+    for (; bits != 0; bits &= bits - 1)
+        ++count;
+    return count;
 }
 
 }  // namespace
@@ -68,6 +84,9 @@ void NearestWord::offer(const char* word) {
     // Near enough: at most a third of the letters are wrong, of short words at most one.
     const size_t allowed = std::max<size_t>(1, longer / 3);
     if (longer > longestWord || longer - shorter > allowed) return;
+    // Each letter that the candidate lacks costs a step of its own.
+    const uint32_t missing = lettersOf(wanted) & ~lettersOf(candidate);
+    if (countOf(missing) > allowed) return;
     const size_t letters = editDistance(wanted, candidate, allowed);
     if (letters > allowed || (nearest && letters >= distance)) return;
     nearest = word;
