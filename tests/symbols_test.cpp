@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "client/encoding/commandbinarybuffer.h"
 #include "client/encoding/commandtextbuffer.h"
 #include "client/symbols/bitmapsymbol.h"
 #include "client/symbols/mesh.h"
@@ -91,6 +92,21 @@ TEST_F(Symbols, RegistrationAndDeletion) {
     state.object = nullptr;
     missing.registerSymbol();
     EXPECT_EQ(missing.handle, 0u);
+}
+
+TEST_F(Symbols, BuffersWithoutInstanceSendNothing) {
+    CommandTextBuffer text(nullptr);
+    { Symbol symbol(text, "sky"); }
+    EXPECT_STREQ(text.getTerminatedBuffer(), "delete sky;");
+    CommandBinaryBuffer binary(nullptr);
+    {
+        VertexMapSymbol map(binary, "map");
+        map.registerSymbol(3, 0, 1);
+        EXPECT_EQ(map.direct(), nullptr);
+        BitmapSymbol bitmap(binary, 1, 1, PixelFloatGray, "bitmap");
+        EXPECT_EQ(binary.getParser(), nullptr);
+    }
+    EXPECT_TRUE(state.parsed.empty());
 }
 
 TEST_F(Symbols, TheDestructorLetsNothingOut) {

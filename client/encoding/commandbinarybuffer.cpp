@@ -64,7 +64,7 @@ inline void CommandBinaryBuffer::restart() {
 void CommandBinaryBuffer::parse() {
     put(takeGrowing(1), endMarker);
     put(block.buffer, position - block.buffer);
-    if (errorCode != 0) return restart();
+    if (errorCode != 0 || !instance) return restart();
     const int result = instance->parse(block.buffer, nullptr, ParseBinary);
     restart();
     error(result);

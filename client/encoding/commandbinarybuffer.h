@@ -28,7 +28,8 @@ public:
     explicit CommandBinaryBuffer(Instance* owner);
     ~CommandBinaryBuffer() override;
 
-    /// Sends the block, which lives in the buffer and is overwritten by the next command; needs an instance.
+    /// Sends the block, which lives in the buffer and is overwritten by the next command. While there is an error, and
+    /// without an instance, it is dropped.
     void parse() override;
     void addEnum(int number, const char* word) override;
     void addDouble(double value) override;

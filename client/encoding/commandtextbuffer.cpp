@@ -113,7 +113,7 @@ void CommandTextBuffer::parse() {
 }
 
 void CommandTextBuffer::send(const char* source, ParseMode mode) {
-    if (errorCode != 0) return;
+    if (errorCode != 0 || !instance) return;
     error(instance->parse(getTerminatedBuffer(), source, mode));
 }
 

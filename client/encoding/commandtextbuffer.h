@@ -24,7 +24,7 @@ public:
     explicit CommandTextBuffer(Instance* owner);
     ~CommandTextBuffer() override;
 
-    /// Sends the text; needs an instance.
+    /// Sends the text. While there is an error, and without an instance, it stays.
     void parse() override;
     void generateAutoname(Symbol& symbol, char* name) override;
     void addEnum(int number, const char* word) override;
