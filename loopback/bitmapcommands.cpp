@@ -1,5 +1,6 @@
 // Commands that declare bitmaps and change their pixels.
 
+#include <algorithm>
 #include <cmath>
 
 #include "loopback/drawing.h"
@@ -50,6 +51,8 @@ Outcome copyBitmap(Execution& execution) {
     return {OutOfMemory, "there is no memory for a copy of the bitmap"};
 }
 
+const char* const notAColour = "a colour needs three or four components";
+
 bool isColour(const Vector& colour) {
     return colour.count == 3 || colour.count == 4;
 }
@@ -61,7 +64,7 @@ Outcome checkDrawing(const Execution& execution, size_t colourPlace) {
         if (execution.vector(place).count < 2) return {BadValue, "a position needs two components", place};
     }
     if (execution.has(colourPlace) && !isColour(execution.vector(colourPlace))) {
-        return {BadValue, "a colour needs three or four components", colourPlace};
+        return {BadValue, notAColour, colourPlace};
     }
     return {};
 }
@@ -102,28 +105,29 @@ Outcome operateOnBitmap(Execution& execution) {
     return {};
 }
 
+bool isInside(const Bitmap& bitmap, const Vector& position) {
+    const double x = position.values[0];
+    const double y = position.values[1];
+    return position.count >= 2 && x >= 0 && y >= 0 && x < bitmap.width && y < bitmap.height;
+}
+
 // Colours from a position on, row after row.
 Outcome setPixels(Execution& execution) {
     const Pixels& pixels = execution.pixels(0);
     const Bitmap& bitmap = pixels.bitmap();
     const Vector& start = execution.vector(1);
     const VarLenVector colours = execution.vectors(2);
-    const double x = start.values[0];
-    const double y = start.values[1];
-    const bool inside = start.count >= 2 && x >= 0 && y >= 0 && x < bitmap.width && y < bitmap.height;
-    if (colours.count > 0 && (!pixels.hasAccess() || !inside))
-        return {BadValue, "the position is not in the bitmap", 1};
+    if (colours.count == 0) return {};
+    if (!pixels.hasAccess() || !isInside(bitmap, start)) return {BadValue, "the position is not in the bitmap", 1};
     const auto width = static_cast<size_t>(bitmap.width);
-    const size_t first = inside ? static_cast<size_t>(y) * width + static_cast<size_t>(x) : 0;
-    if (colours.count > width * static_cast<size_t>(bitmap.height) - first) {
+    size_t place = static_cast<size_t>(start.values[1]) * width + static_cast<size_t>(start.values[0]);
+    if (colours.count > width * static_cast<size_t>(bitmap.height) - place) {
         return {BadValue, "there are more colours than pixels", 2};
     }
-    for (size_t item = 0; item < colours.count; ++item) {
-        if (!isColour(colours.items[item])) return {BadValue, "a colour needs three or four components", 2};
-    }
-    for (size_t item = 0; item < colours.count; ++item) {
-        const size_t place = first + item;
-        bitmap.setPixel(static_cast<int>(place % width), static_cast<int>(place / width), colours.items[item]);
+    const Vector* const end = colours.items + colours.count;
+    if (!std::all_of(colours.items, end, isColour)) return {BadValue, notAColour, 2};
+    for (const Vector* colour = colours.items; colour != end; ++colour, ++place) {
+        bitmap.setPixel(static_cast<int>(place % width), static_cast<int>(place / width), *colour);
     }
     return {};
 }

@@ -79,7 +79,7 @@ struct Take {
     }
     int operator()(Vector& value) const {
         const ZantVectorCore& vector = record.value.vector;
-        if (record.type != ZantValueVector || vector.count < 0 || vector.count > 4) return 0;
+        if (record.type != ZantValueVector || vector.count < 1 || vector.count > 4) return 0;
         value = Vector(vector);
         return 1;
     }
