@@ -1,38 +1,14 @@
 // Looks everything up that the catalogue refers to, and compares all counts with what was promised.
 
-#include <cstring>
 #include <map>
 #include <set>
-#include <string_view>
 
 #include "client/protos/generator/vocabulary.h"
 
 namespace Generator {
 namespace {
 
-using Zant::ArgumentKind;
-
 constexpr size_t commandTable = 0;  // index of the command words in keywordTables()
-
-const std::map<std::string_view, ArgumentKind> letters = {
-    {"d", ArgumentKind::Double},
-    {"i", ArgumentKind::Int},
-    {"b", ArgumentKind::Bool},
-    {"u", ArgumentKind::Unsigned},
-    {"s", ArgumentKind::String},
-    {"V", ArgumentKind::Vector},
-    {"A", ArgumentKind::Axes},
-    {"C", ArgumentKind::CoordSys},
-    {"S", ArgumentKind::Symbol},
-    {"N", ArgumentKind::NewSymbol},
-    {"B", ArgumentKind::BitmapSymbol},
-    {"M", ArgumentKind::MeshSymbol},
-    {"X", ArgumentKind::VertexMapSymbol},
-    {"Ld", ArgumentKind::DoubleList},
-    {"LV", ArgumentKind::VectorList},
-    {"LC", ArgumentKind::CoordSysList},
-    {"LS", ArgumentKind::SymbolList},
-};
 
 std::string quoted(const std::string& text) {
     return "'" + text + "'";
@@ -81,7 +57,7 @@ public:
 private:
     void checkTails() const {
         for (const auto& [name, tail] : catalogue_.tails) {
-            if (letters.count(name) != 0) throw Fault(tail.place, quoted(name) + " is the letter of an argument");
+            if (findKind(name)) throw Fault(tail.place, quoted(name) + " is the letter of an argument");
             for (const Pattern& pattern : tail.patterns)
                 expand(catalogue_, pattern);
         }
@@ -142,19 +118,12 @@ private:
 
     Token checkToken(const Place& place, const std::string& word, const std::string& path,
                      const std::map<std::string, size_t>& tables) {
-        Token token;
-        token.word = word;
-        if (const auto letter = letters.find(word); letter != letters.end()) {
-            token.kind = letter->second;
-            return token;
-        }
+        if (const Kind* kind = findKind(word)) return {word, kind};
         const auto table = tables.find(path);
         if (table == tables.end())
             throw Fault(place, "no table gives the keyword " + quoted(word) + " after " + quoted(path));
-        token.table = table->second;
-        token.number = findKeyword(place, token.table, word);
-        usedTables_.insert(token.table);
-        return token;
+        usedTables_.insert(table->second);
+        return {word, nullptr, table->second, findKeyword(place, table->second, word)};
     }
 
     /// @return the number of functions

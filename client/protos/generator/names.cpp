@@ -1,7 +1,6 @@
 // The names of functions, which hosts rely on, and of parameters, which only help to read the header.
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <map>
 #include <set>
@@ -11,69 +10,12 @@
 namespace Generator {
 namespace {
 
-using Zant::ArgumentKind;
-
-std::string functionName(const std::string& command, const std::vector<Token>& tokens, const char* suffix) {
-    const auto parameters = std::count_if(tokens.begin(), tokens.end(), [](const Token& t) { return !t.isKeyword(); });
-    std::string name = command + std::to_string(parameters) + suffix;
-    for (const Token& token : tokens) {
+std::string functionName(const std::string& command, const CheckedForm& form, const char* suffix) {
+    std::string name = command + std::to_string(form.parameterCount()) + suffix;
+    for (const Token& token : form.tokens) {
         if (token.isKeyword()) name += "_" + token.word;
     }
     return name;
-}
-
-bool isString(const Token& token) {
-    return token.kind == ArgumentKind::String;
-}
-
-bool takesValue(const Token& token) {
-    switch (token.kind) {
-        case ArgumentKind::Double:
-        case ArgumentKind::Int:
-        case ArgumentKind::Bool:
-        case ArgumentKind::Unsigned:
-        case ArgumentKind::Vector:
-            return true;
-        default:
-            return false;
-    }
-}
-
-const char* nameOfKind(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::Double:
-            return "number";
-        case ArgumentKind::Int:
-            return "integer";
-        case ArgumentKind::Bool:
-            return "flag";
-        case ArgumentKind::Unsigned:
-            return "index";
-        case ArgumentKind::String:
-            return "text";
-        case ArgumentKind::Vector:
-            return "vector";
-        case ArgumentKind::Axes:
-            return "axes";
-        case ArgumentKind::CoordSys:
-            return "coordSys";
-        case ArgumentKind::BitmapSymbol:
-            return "bitmap";
-        case ArgumentKind::MeshSymbol:
-            return "mesh";
-        case ArgumentKind::VertexMapSymbol:
-            return "vertexMap";
-        case ArgumentKind::DoubleList:
-            return "numbers";
-        case ArgumentKind::VectorList:
-            return "vectors";
-        case ArgumentKind::CoordSysList:
-            return "coordSystems";
-        case ArgumentKind::SymbolList:
-            return "symbols";
-        default:
-            return "symbol";
-    }
 }
 
 /// Keywords of the command language that C++ keeps for itself.
@@ -104,12 +46,12 @@ std::string capitalised(std::string word) {
 std::string plainName(const std::string& command, const std::vector<Token>& tokens, size_t index) {
     const Token& token = tokens[index];
     const bool first = index == 0;
-    if (token.kind == ArgumentKind::NewSymbol) return "new" + capitalised(first ? command : tokens[index - 1].word);
-    if (token.kind == ArgumentKind::Symbol && first && !subjectOf(command).empty()) return subjectOf(command);
+    if (token.is("N")) return "new" + capitalised(first ? command : tokens[index - 1].word);
+    if (token.is("S") && first && !subjectOf(command).empty()) return subjectOf(command);
     const bool alone =
         !first && tokens[index - 1].isKeyword() && (index + 1 == tokens.size() || tokens[index + 1].isKeyword());
-    if (alone && takesValue(token) && !isReserved(tokens[index - 1].word)) return tokens[index - 1].word;
-    return nameOfKind(token.kind);
+    if (alone && token.kind->keywordNames && !isReserved(tokens[index - 1].word)) return tokens[index - 1].word;
+    return token.kind->name;
 }
 
 void nameTokens(const std::string& command, std::vector<Token>& tokens) {
@@ -133,10 +75,16 @@ bool continues(const CheckedForm& longer, const CheckedForm& shorter) {
 
 }  // namespace
 
+size_t CheckedForm::parameterCount() const {
+    const auto keywords = std::count_if(tokens.begin(), tokens.end(), [](const Token& t) { return t.isKeyword(); });
+    return tokens.size() - static_cast<size_t>(keywords);
+}
+
 void nameFunctions(const std::string& command, CheckedForm& form) {
-    form.function = functionName(command, form.tokens, "");
-    if (std::any_of(form.tokens.begin(), form.tokens.end(), isString))
-        form.wideFunction = functionName(command, form.tokens, "u");
+    form.function = functionName(command, form, "");
+    const bool hasStrings =
+        std::any_of(form.tokens.begin(), form.tokens.end(), [](const Token& t) { return t.is("s"); });
+    if (hasStrings) form.wideFunction = functionName(command, form, "u");
 }
 
 void nameParameters(CheckedCommand& command) {

@@ -6,18 +6,20 @@
 
 #include "client/protos/forms.h"
 #include "client/protos/generator/catalogue.h"
+#include "client/protos/generator/kinds.h"
 
 namespace Generator {
 
 /// One place of a form: a keyword, found in its table, or an argument.
 struct Token {
-    Zant::ArgumentKind kind = Zant::ArgumentKind::Keyword;
-    std::string word;       // the keyword, or the letter of the kind
-    size_t table = 0;       // index into keywordTables(), for a keyword
-    int number = 0;         // keyword number, for a keyword
-    std::string parameter;  // name of the parameter, for an argument
+    std::string word;            // the keyword, or the letter of the kind
+    const Kind* kind = nullptr;  // of an argument; null for a keyword
+    size_t table = 0;            // index into keywordTables(), for a keyword
+    int number = 0;              // keyword number, for a keyword
+    std::string parameter = {};  // name of the parameter, for an argument
 
-    bool isKeyword() const { return kind == Zant::ArgumentKind::Keyword; }
+    bool isKeyword() const { return kind == nullptr; }
+    bool is(const char* letter) const { return word == letter && kind != nullptr; }
 };
 
 /// One form of a command with its function, or its two functions when it has strings.
@@ -27,6 +29,8 @@ struct CheckedForm {
     std::vector<Token> tokens;
     std::string function;
     std::string wideFunction;  // empty without strings
+
+    size_t parameterCount() const;
 };
 
 struct CheckedCommand {

@@ -1,12 +1,9 @@
-#include <algorithm>
 #include <map>
 
 #include "client/protos/generator/writer.h"
 
 namespace Generator {
 namespace {
-
-using Zant::ArgumentKind;
 
 const char* const opening = R"(// Made from client/protos/catalogue by the build; change it there.
 
@@ -33,60 +30,17 @@ FormRange<Form> formsOf(int command) {
 }  // namespace Zant
 )";
 
-const char* enumerator(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::Keyword:
-            return "Keyword";
-        case ArgumentKind::Double:
-            return "Double";
-        case ArgumentKind::Int:
-            return "Int";
-        case ArgumentKind::Bool:
-            return "Bool";
-        case ArgumentKind::Unsigned:
-            return "Unsigned";
-        case ArgumentKind::String:
-            return "String";
-        case ArgumentKind::Vector:
-            return "Vector";
-        case ArgumentKind::Axes:
-            return "Axes";
-        case ArgumentKind::CoordSys:
-            return "CoordSys";
-        case ArgumentKind::Symbol:
-            return "Symbol";
-        case ArgumentKind::NewSymbol:
-            return "NewSymbol";
-        case ArgumentKind::BitmapSymbol:
-            return "BitmapSymbol";
-        case ArgumentKind::MeshSymbol:
-            return "MeshSymbol";
-        case ArgumentKind::VertexMapSymbol:
-            return "VertexMapSymbol";
-        case ArgumentKind::DoubleList:
-            return "DoubleList";
-        case ArgumentKind::VectorList:
-            return "VectorList";
-        case ArgumentKind::CoordSysList:
-            return "CoordSysList";
-        case ArgumentKind::SymbolList:
-            return "SymbolList";
-    }
-    return "";
-}
-
 std::string tokenRow(const Token& token) {
-    return std::string("{Kind::") + enumerator(token.kind) + ", " + std::to_string(token.table) + ", " +
-           std::to_string(token.number) + "}, ";
+    return std::string("{Kind::") + (token.isKeyword() ? "Keyword" : token.kind->enumerator) + ", " +
+           std::to_string(token.table) + ", " + std::to_string(token.number) + "}, ";
 }
 
 /// One row: function, notation, tokens, their count, command number, parameters, strings, wide function.
 std::string formRow(const CheckedForm& form, int command, size_t firstToken) {
-    const auto parameters =
-        std::count_if(form.tokens.begin(), form.tokens.end(), [](const Token& token) { return !token.isKeyword(); });
     const bool wide = !form.wideFunction.empty();
     return "    {\"" + form.function + "\", \"" + form.notation + "\", tokens + " + std::to_string(firstToken) + ", " +
-           std::to_string(form.tokens.size()) + ", " + std::to_string(command) + ", " + std::to_string(parameters) +
+           std::to_string(form.tokens.size()) + ", " + std::to_string(command) + ", " +
+           std::to_string(form.parameterCount()) +
            (wide ? ", true, \"" + form.wideFunction + "\"},\n" : ", false, nullptr},\n");
 }
 

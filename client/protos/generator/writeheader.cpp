@@ -3,8 +3,6 @@
 namespace Generator {
 namespace {
 
-using Zant::ArgumentKind;
-
 const char* const opening = R"(#ifndef ZANT_CLIENT_PROTOS_PROTOS_H
 #define ZANT_CLIENT_PROTOS_PROTOS_H
 
@@ -38,45 +36,6 @@ class VertexMapSymbol;
 /// X vertex map; Ld, LV, LC and LS lists.
 )";
 
-const char* parameterType(ArgumentKind kind, bool wide) {
-    switch (kind) {
-        case ArgumentKind::Double:
-            return "double ";
-        case ArgumentKind::Int:
-            return "int ";
-        case ArgumentKind::Bool:
-            return "bool ";
-        case ArgumentKind::Unsigned:
-            return "unsigned long ";
-        case ArgumentKind::String:
-            return wide ? "const wchar_t* " : "const char* ";
-        case ArgumentKind::Vector:
-            return "const Zant::Vector& ";
-        case ArgumentKind::Axes:
-            return "const Zant::Axes& ";
-        case ArgumentKind::CoordSys:
-            return "const Zant::CoordSys& ";
-        case ArgumentKind::NewSymbol:
-            return "Zant::Symbol& ";
-        case ArgumentKind::BitmapSymbol:
-            return "const Zant::BitmapSymbol& ";
-        case ArgumentKind::MeshSymbol:
-            return "const Zant::MeshSymbol& ";
-        case ArgumentKind::VertexMapSymbol:
-            return "const Zant::VertexMapSymbol& ";
-        case ArgumentKind::DoubleList:
-            return "const Zant::VarLenDouble& ";
-        case ArgumentKind::VectorList:
-            return "const Zant::VarLenVector& ";
-        case ArgumentKind::CoordSysList:
-            return "const Zant::VarLenCoordSys& ";
-        case ArgumentKind::SymbolList:
-            return "const Zant::VarLenSymbol& ";
-        default:
-            return "const Zant::Symbol& ";
-    }
-}
-
 void writeCommand(const CheckedCommand& command, std::string& text) {
     text += "\n/// @name " + command.word + "\n/// @{\n";
     for (const CheckedForm& form : command.forms) {
@@ -93,7 +52,7 @@ std::string signature(const CheckedForm& form, bool wide) {
     size_t column = text.size();
     for (const Token& token : form.tokens) {
         if (token.isKeyword()) continue;
-        const std::string parameter = parameterType(token.kind, wide) + token.parameter;
+        const std::string parameter = (wide && token.is("s") ? "const wchar_t* " : token.kind->type) + token.parameter;
         // Room for the comma and blank before it, and for what follows the last one: ") {".
         const bool fits = column + parameter.size() + 5 <= 120;
         text += (fits ? ", " : ",\n    ") + parameter;

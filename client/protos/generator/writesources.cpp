@@ -3,8 +3,6 @@
 namespace Generator {
 namespace {
 
-using Zant::ArgumentKind;
-
 const char* const opening = R"(// Made from client/protos/catalogue by the build; change it there.
 
 #include "client/protos/protos.h"
@@ -25,37 +23,9 @@ Zant::CommandBuffer& bufferOf(void* protos) { return **static_cast<Zant::Command
 }  // namespace
 )";
 
-const char* operation(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::Double:
-        case ArgumentKind::Int:
-        case ArgumentKind::Bool:
-        case ArgumentKind::Unsigned:
-            return "addDouble";
-        case ArgumentKind::String:
-            return "addString";
-        case ArgumentKind::Vector:
-            return "addVector";
-        case ArgumentKind::Axes:
-            return "addAxes";
-        case ArgumentKind::CoordSys:
-            return "addCoordSys";
-        case ArgumentKind::DoubleList:
-            return "addVarLenDouble";
-        case ArgumentKind::VectorList:
-            return "addVarLenVector";
-        case ArgumentKind::CoordSysList:
-            return "addVarLenCoordSys";
-        case ArgumentKind::SymbolList:
-            return "addVarLenSymbol";
-        default:
-            return "addSymbol";
-    }
-}
-
 std::string valueOf(const Token& token) {
-    if (token.kind == ArgumentKind::Bool) return token.parameter + " ? 1.0 : 0.0";
-    if (token.kind == ArgumentKind::Unsigned) return "static_cast<double>(" + token.parameter + ")";
+    if (token.is("b")) return token.parameter + " ? 1.0 : 0.0";
+    if (token.is("u")) return "static_cast<double>(" + token.parameter + ")";
     return token.parameter;
 }
 
@@ -65,7 +35,7 @@ std::string keyword(size_t table, int number) {
 
 std::string sending(const Token& token) {
     if (token.isKeyword()) return keyword(token.table, token.number);
-    return std::string(operation(token.kind)) + "(" + valueOf(token) + ")";
+    return token.kind->operation + std::string("(") + valueOf(token) + ")";
 }
 
 void writeFunction(int command, const CheckedForm& form, bool wide, std::string& text) {
@@ -75,7 +45,7 @@ void writeFunction(int command, const CheckedForm& form, bool wide, std::string&
         text += "    buffer." + sending(token) + ";\n";
     text += "    buffer.parse();\n";
     for (const Token& token : form.tokens) {
-        if (token.kind == ArgumentKind::NewSymbol) text += "    " + token.parameter + ".registerSymbol();\n";
+        if (token.is("N")) text += "    " + token.parameter + ".registerSymbol();\n";
     }
     text += "}\n";
 }
