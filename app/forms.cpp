@@ -14,12 +14,6 @@ constexpr const char* letters =
     "takes "
     "wide strings\n";
 
-/// The twin with wide strings: the name with a u behind its number.
-std::string wideName(const std::string& name) {
-    const size_t keywords = std::min(name.find('_'), name.size());
-    return name.substr(0, keywords) + "u" + name.substr(keywords);
-}
-
 int showForms(const std::string& word) {
     const auto forms = findForms(word);
     if (forms.empty()) {
@@ -30,7 +24,7 @@ int showForms(const std::string& word) {
     }
     for (const Form* form : forms) {
         fmt::print("{:<60} {}", form->notation, form->function);
-        if (form->hasStrings) fmt::print("  {}", wideName(form->function));
+        if (form->wideFunction) fmt::print("  {}", form->wideFunction);
         fmt::print("\n");
     }
     fmt::print("\n{} forms. {}", forms.size(), letters);

@@ -143,7 +143,7 @@ TEST(Language, ReadsEveryFormInEveryEncoding) {
             ASSERT_EQ(checkRoundTrips(command), "") << form.notation;
         }
         ++forms;
-        functions += form.hasStrings ? 2 : 1;
+        functions += form.wideFunction ? 2 : 1;
     }
     EXPECT_EQ(forms, allForms().size());
     EXPECT_EQ(functions, 2165u);
@@ -407,13 +407,13 @@ TEST(Language, ReadsAmbiguousFormsInTheOrderOfTheForms) {
     const FormToken symbol[] = {{ArgumentKind::Symbol, 0, 0}};
     const FormToken keyword[] = {{ArgumentKind::Keyword, 0, 64}};
     const FormToken keywordAndNumber[] = {{ArgumentKind::Keyword, 0, 64}, {ArgumentKind::Double, 0, 0}};
-    const Form forms[] = {{"symbol", "about S", symbol, 1, 40, 1, false, nullptr},
-                          {"keyword", "about reset d", keywordAndNumber, 2, 40, 1, false, nullptr},
-                          {"again", "about S", symbol, 1, 40, 1, false, nullptr}};
+    const Form forms[] = {{"symbol", "about S", symbol, 1, 40, 1, nullptr},
+                          {"keyword", "about reset d", keywordAndNumber, 2, 40, 1, nullptr},
+                          {"again", "about S", symbol, 1, 40, 1, nullptr}};
     const Grammar grammar({forms, 3}, keywordTables());
     EXPECT_EQ(grammar.ambiguities().sameSequence.size(), 1u);
     EXPECT_EQ(grammar.ambiguities().keywordOrArgument.size(), 1u);
-    const Form alone[] = {{"keyword", "about reset", keyword, 1, 40, 0, false, nullptr}, forms[0]};
+    const Form alone[] = {{"keyword", "about reset", keyword, 1, 40, 0, nullptr}, forms[0]};
     const Grammar both({alone, 2}, keywordTables());
 
     const auto formOf = [](const char* text, const Grammar& of) {

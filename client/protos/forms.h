@@ -55,7 +55,6 @@ struct Form {
     uint16_t tokenCount;
     uint16_t command;          // number of the command word
     uint8_t parameterCount;    // arguments of the typed function behind the first void*
-    bool hasStrings;           // whether a wide twin exists
     const char* wideFunction;  // name of the twin with wide strings: "about1u"; null without strings
 };
 

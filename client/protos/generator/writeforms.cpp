@@ -35,13 +35,12 @@ std::string tokenRow(const Token& token) {
            std::to_string(token.table) + ", " + std::to_string(token.number) + "}, ";
 }
 
-/// One row: function, notation, tokens, their count, command number, parameters, strings, wide function.
+/// One row: function, notation, tokens, their count, command number, parameters, wide function.
 std::string formRow(const CheckedForm& form, int command, size_t firstToken) {
     const bool wide = !form.wideFunction.empty();
     return "    {\"" + form.function + "\", \"" + form.notation + "\", tokens + " + std::to_string(firstToken) + ", " +
            std::to_string(form.tokens.size()) + ", " + std::to_string(command) + ", " +
-           std::to_string(form.parameterCount()) +
-           (wide ? ", true, \"" + form.wideFunction + "\"},\n" : ", false, nullptr},\n");
+           std::to_string(form.parameterCount()) + (wide ? ", \"" + form.wideFunction + "\"},\n" : ", nullptr},\n");
 }
 
 /// Where the forms of each command word stand, by its number.
