@@ -63,10 +63,14 @@ void Block::number(double value) {
     put(&value, sizeof value);
 }
 
-void Block::numbers(uint64_t count, const std::vector<double>& values) {
-    word(count);
+void Block::rawNumbers(const std::vector<double>& values) {
     for (const double value : values)
         put(&value, sizeof value);
+}
+
+void Block::numbers(uint64_t count, const std::vector<double>& values) {
+    word(count);
+    rawNumbers(values);
 }
 
 void Block::text(const std::string& text) {
@@ -274,46 +278,43 @@ std::string Arguments::text(const std::string& letter, size_t place) const {
     return letter + v;
 }
 
+void Arguments::writeSymbol(Block& block, size_t place) const {
+    if (!isRegistered(place)) return block.text(numbered("S", place));
+    block.word(0);
+    block.word(samples[place]->symbol.registered);
+}
+
+void Arguments::writeList(Block& block, const std::string& letter, size_t place) const {
+    block.beginList();
+    if (letter == "Ld") {
+        block.number(valueAt(place));
+        block.number(0.5);
+    } else if (letter == "LV") {
+        write(block, "V", place);
+        block.numbers(3, {0, 1, 2});
+    } else if (letter == "LC") {
+        write(block, "C", place);
+    } else {
+        writeSymbol(block, place);
+        write(block, "M", place);
+    }
+    block.endList();
+}
+
 void Arguments::write(Block& block, const std::string& letter, size_t place) const {
     const double v = valueAt(place);
-    const std::string name = letter + std::to_string(place + 1);
-    const auto writeSymbol = [&] {
-        if (!isRegistered(place)) return block.text(numbered("S", place));
-        block.word(0);
-        block.word(samples[place]->symbol.registered);
-    };
-    const auto writeCoordSys = [&] {
-        for (const double value : {v, 0.0, -1.0}) {
-            uint64_t bits = 0;
-            std::memcpy(&bits, &value, sizeof bits);
-            block.word(bits);
-        }
-        block.numbers(2, {quarterTurn, 0, 0, 1, 1, 1});
-    };
     if (letter == "d") return block.number(v + 0.5);
-    if (letter == "i") return block.number(1 + v);
+    if (letter == "i") return block.number(v + 1);
     if (letter == "b") return block.number(place % 2 == 0 ? 1 : 0);
-    if (letter == "u") return block.number(999 + v);
+    if (letter == "u") return block.number(v + 999);
     if (letter == "s" || letter == "W") return block.text(numbered("\xC3\xA9", place));
     if (letter == "V") return block.numbers(3, {v, 0.25, -v});
     if (letter == "A") return block.numbers(2, {quarterTurn, 0, 0, v + 1, v + 1, v + 1});
-    if (letter == "C") return writeCoordSys();
-    if (letter == "S") return writeSymbol();
-    if (letter[0] != 'L') return block.text(name);
-    block.beginList();
-    if (letter == "Ld") {
-        block.number(v);
-        block.number(0.5);
-    } else if (letter == "LV") {
-        block.numbers(3, {v, 0.25, -v});
-        block.numbers(3, {0, 1, 2});
-    } else if (letter == "LC") {
-        writeCoordSys();
-    } else {
-        writeSymbol();
-        block.text(numbered("M", place));
-    }
-    block.endList();
+    if (letter == "S") return writeSymbol(block, place);
+    if (letter[0] == 'L') return writeList(block, letter, place);
+    if (letter != "C") return block.text(numbered(letter.c_str(), place));
+    block.rawNumbers({v, 0, -1});
+    block.numbers(2, {quarterTurn, 0, 0, 1, 1, 1});
 }
 
 }  // namespace Vocabulary

@@ -55,6 +55,7 @@ class Block {
 public:
     void word(uint64_t value);
     void number(double value);
+    void rawNumbers(const std::vector<double>& values);
     void numbers(uint64_t count, const std::vector<double>& values);
     void text(const std::string& text);
     /// Begins a list; endList() fills its length in.
@@ -99,6 +100,9 @@ public:
     bool isRegistered(size_t place) const;
 
 private:
+    void writeSymbol(Block& block, size_t place) const;
+    void writeList(Block& block, const std::string& letter, size_t place) const;
+
     struct Sample;
     std::unique_ptr<Recorder> owner;  // of the symbols: none of their own commands reaches the buffer under test
     std::vector<std::unique_ptr<Sample>> samples;
