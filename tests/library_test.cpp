@@ -150,6 +150,19 @@ TEST_F(LibraryTest, ReleasesAnEngineThatGivesNoTable) {
     EXPECT_EQ(probe().take(), Calls({"init 3000"}));
 }
 
+TEST_F(LibraryTest, NamesTheLastFailureNotAnEarlierOne) {
+    Library library(nullptr);
+    EXPECT_FALSE(library.load(engine("null_table").c_str()));
+    EXPECT_FALSE(library.load("/nowhere/"));
+    EXPECT_EQ(reasons(library).size(), 2u);
+
+    EXPECT_FALSE(library.load(engine("null_table").c_str()));
+    void* const file = DllLoad((engine("no_entry") + release).c_str());
+    EXPECT_FALSE(library.initLib(file));
+    EXPECT_NE(std::string(library.getLoadError()).find("zant3_init"), std::string::npos) << library.getLoadError();
+    DllUnload(file);
+}
+
 TEST_F(LibraryTest, ClosesAnEngineThatWasRefusedInAnExplicitLoadBeforeTheNextOne) {
     Library library(nullptr);
     EXPECT_FALSE(library.loadExplicitly(engine("version_0").c_str()));

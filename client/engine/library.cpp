@@ -63,6 +63,7 @@ bool Library::loadExplicitly(const char* dir) {
 }
 
 bool Library::initLib(void (*init)(Library*)) {
+    refusal = nullptr;
     if (!init) return false;
     init(this);
     if (isLoaded()) return true;

@@ -71,8 +71,8 @@ public:
     /// The same for an engine file that the host has opened and will close; null gives false.
     bool initLib(void* handle);
     bool initLib(std::nullptr_t) { return false; }
-    /// Why the calling thread's last load failed: a line for each file name that was tried, with its reason, or what
-    /// was wrong with the file that opened. Empty after a load that succeeded.
+    /// Why the calling thread's last load() or initLib() failed: a line for each file name that was tried, with its
+    /// reason, or what was wrong with the file that opened. Ask only after a failure.
     const char* getLoadError() const;
 
     bool isLoaded() const { return getLibApiVersion() != 0; }
