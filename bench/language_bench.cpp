@@ -61,7 +61,7 @@ void checkText(benchmark::State& state, TextWriter::Form form) {
         for (Command command; reader.next(command) == ReadResult::Command;)
             ++commands;
     }
-    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * copies * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(copies * text.size()));
     state.SetItemsProcessed(static_cast<int64_t>(commands));
 }
 
