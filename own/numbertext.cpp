@@ -22,7 +22,8 @@ namespace Zant {
 namespace {
 
 constexpr int mostDecimals = DecimalTables::mostDecimals;
-constexpr uint64_t placeBits[mostDecimals + 1] = {1, 2, 4, 8, 16, 32, 64, 128, 256};
+constexpr uint64_t placeTwos[mostDecimals + 1] = {0,          2ULL,       2ULL << 8,  2ULL << 16, 2ULL << 24,
+                                                  2ULL << 32, 2ULL << 40, 2ULL << 48, 2ULL << 56};
 constexpr uint32_t integerPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
 // The errors of a product with a power of ten, both rounded, stay below this part of it.
@@ -77,8 +78,7 @@ struct Product {
     double rest;
 };
 
-// Whether the product of a with every power of ten up to the eighth is exact: 5^8 has 19 bits. Where such a product is
-// an integer, its digits are those of the number as they stand, and its last one is a 5 or a 0, which nothing rounds.
+// Whether the product of a with every power of ten up to the eighth is exact: 5^8 has 19 bits.
 bool isShort(double a) {
     uint64_t bits;
     std::memcpy(&bits, &a, sizeof bits);
@@ -96,7 +96,8 @@ public:
         if (!(a < wholeLimit)) return false;
         const Product product(a, tables_.power(count_));
         if (product.value >= largestProduct) return false;
-        if (product.rest == 0 && isShort(a)) return split(a, product.floor);
+        // Short first, which is known early and is mostly so or mostly not: binary fractions such as 0.5.
+        if (isShort(a) && product.rest == 0) return split(a, product.floor);
         if (!product.isClear()) return findAtInteger(a, product);
         split(a, product.floor);
         // A rest below a quarter stays below one when half a unit is added, errors included.
@@ -118,26 +119,29 @@ private:
         return part - 1 < integerPowers[count_] - 1u;
     }
 
-    // A bit for each place up to the last decimal where v falls short of the integer that it is nearest to. Places are
-    // looked at all together: that is quicker than to stop early.
-    unsigned shortPlaces(double v) const {
+    // The last place where v falls short of the integer that it is nearest to, as a 1 in the byte of its digit; or 0.
+    // All places are looked at together: that is quicker than to stop early.
+    uint64_t lastShortPlace(double v) const {
         constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what is below 2^51
         const double* powers = tables_.powers();
         uint64_t places = 0;
         for (int k = 1; k <= mostDecimals; ++k) {
             const double product = v * powers[k];
-            places |= product < product + toInteger - toInteger ? placeBits[k] : 0;
+            places |= product < product + toInteger - toInteger ? placeTwos[k] : 0;
         }
-        return static_cast<unsigned>(places) & ((2u << count_) - 1);
+        places &= UINT64_MAX >> (8 * (mostDecimals - count_));
+        return (1ULL << 63 >> __builtin_clzll(places | 1)) >> 1;
     }
 
     bool findAtInteger(double a, const Product& product) {
+        const uint64_t place = lastShortPlace(a);
         if (!split(a, product.nearest())) return false;
-        const int last = countToLastNonzero(decimals);
-        const unsigned places = shortPlaces(a) >> last;
-        decimals -= static_cast<uint64_t>(places == 1) << (8 * (last - 1));
-        // Where a digit behind the last place has become a 9, rounding makes the text shorter again.
-        value = places > 1 ? a + tables_.half(count_) : a;
+        // Computed rather than branched, as both come often. Behind the last nonzero digit: a 9 has come up, and
+        // rounding makes the text shorter again. At the last nonzero digit: it is one lower.
+        const bool isBehind = place > decimals;
+        const bool isAtLast = (place > decimals >> 8) & !isBehind;
+        value = a + tables_.half(count_) * isBehind;
+        decimals -= place * isAtLast;
         return true;
     }
 
@@ -149,7 +153,7 @@ private:
         if (product.floor != floor + 1) return false;
         const bool hasDecimals = split(rounded, product.floor);
         if (product.isClear()) return true;
-        return hasDecimals && shortPlaces(rounded) >> countToLastNonzero(decimals) == 0;
+        return hasDecimals && lastShortPlace(rounded) <= decimals >> 8;
     }
 
     const DecimalTables& tables_;
