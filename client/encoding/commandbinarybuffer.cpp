@@ -31,7 +31,7 @@ size_t rowsInUse(const ZantAxesCore& axes) {
 }  // namespace
 
 CommandBinaryBuffer::CommandBinaryBuffer(Instance* owner) : CommandBuffer(owner) {
-    grow(itemWords);
+    grow(1);
     restart();
 }
 
@@ -41,7 +41,7 @@ void CommandBinaryBuffer::grow(size_t words) {
     block.dataSize = static_cast<size_t>(position - block.buffer);
     block.fit(block.dataSize + words * wordSize);
     position = block.buffer + block.dataSize;
-    lastPlace = block.buffer + block.bufferSize - itemRoom;
+    lastPlace = block.buffer + (block.bufferSize > itemRoom ? block.bufferSize - itemRoom : 0);
 }
 
 inline char* CommandBinaryBuffer::take(size_t words) {
