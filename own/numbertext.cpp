@@ -30,8 +30,8 @@ constexpr uint32_t integerPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 
 constexpr double errorPart = 1.0 / (1LL << 51);
 // Up to here they stay below an eighth.
 constexpr double largestProduct = 1LL << 48;
-// Numbers below have at most eight digits before the point.
-constexpr int wholeLimit = 100000000;
+// Numbers below have at most eight digits before the point, also when they are rounded up.
+constexpr int wholeLimit = 99999999;
 // Integers up to here have been compared with the definition, every one of them.
 constexpr double largestInteger = 1000000.0;
 
