@@ -91,17 +91,15 @@ class QuickDigits {
 public:
     QuickDigits(const DecimalTables& tables, Count decimalCount) : tables_(tables), count_(decimalCount) {}
 
-    // Whether there is a quick way for a, which is not negative.
+    // Whether there is a quick way for a, which is not negative and within isInRange().
     bool find(double a) {
-        if (!(a < wholeLimit)) return false;
-        const Product product(a, tables_.power(count_));
-        if (product.value >= largestProduct) return false;
+        const Product product(a, tables_.powers()[count_]);
         // Short first, which is known early and is mostly so or mostly not: binary fractions such as 0.5.
         if (isShort(a) && product.rest == 0) return split(a, product.floor);
         if (!product.isClear()) return findAtInteger(a, product);
         split(a, product.floor);
-        // A rest below a quarter stays below one when half a unit is added, errors included.
-        if (digitAt(decimals, count_) != 9 || product.rest < 0.25) return true;
+        // A rest below 0.4 stays below one when half a unit is added, errors included.
+        if (digitAt(decimals, count_) != 9 || product.rest < 0.4) return true;
         return round(a, product.floor);
     }
 
@@ -202,6 +200,11 @@ char* writeInteger(double a, char* out, const DecimalTables& tables) {
     return out + writeWhole(out, static_cast<uint32_t>(a), tables);
 }
 
+template <class Count>
+bool isInRange(double a, const DecimalTables& tables, Count decimals) {
+    return a < wholeLimit && a * tables.powers()[decimals] < largestProduct;
+}
+
 // Returns the place behind the number, or null where there is no quick way.
 template <class Count>
 char* writeFraction(double a, char* out, const DecimalTables& tables, Count decimals) {
@@ -219,7 +222,7 @@ size_t writeScientific(double a, char* out, const DecimalTables& tables, Count d
     char* end = nullptr;
     uint64_t tail = 0;  // the exponent and the terminator
     if (a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1)) {
-        end = writeFraction(a, out, tables, decimals);
+        end = isInRange(a, tables, decimals) ? writeFraction(a, out, tables, decimals) : nullptr;
     } else if (hasExponent(a, tables)) {
         const int exponent = decimalExponent(a, tables);
         const double mantissa = a / tables.powers()[exponent];
