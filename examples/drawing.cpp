@@ -22,7 +22,7 @@ public:
     explicit FileBuffer(const char* name) : file(name) {}
 
 private:
-    void parseOffline(const char* text) override { file << text << '\n'; }
+    void parseOffline(const char* command) override { file << command << '\n'; }
     std::ofstream file;
 };
 
