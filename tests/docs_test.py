@@ -61,6 +61,8 @@ class Project:
         command = f"add_library({name} MODULE" if kind == "cpp plugin" else f"add_executable({name}"
         library = "Zant::testkit" if "testkit/" in source else "Zant::client"
         self.lists += [f"{command} {name}.cpp)", f"target_link_libraries({name} PRIVATE {library})"]
+        if kind == "cpp plugin":
+            self.lists.append(f"set_target_properties({name} PROPERTIES CXX_VISIBILITY_PRESET hidden)")
         self.targets[page.name, line] = name
 
     def add_cmake(self, text):
@@ -116,7 +118,11 @@ def main():
             if kind == "sh":
                 printed = run_shell(page, line, text, program, folder)
             elif kind == "cpp plugin":
-                result = run([program, "rehearse", target.with_name("lib" + target.name + ".so")])
+                module = target.with_name("lib" + target.name + ".so")
+                exported = run(["nm", "-D", "--defined-only", module]).stdout.split()[2::3]
+                if not exported or any(not symbol.startswith("zantPlugin") for symbol in exported):
+                    fail(page, line, f"the plug-in exports {exported}")
+                result = run([program, "rehearse", module])
                 if result.returncode:
                     fail(page, line, result.stdout)
             elif kind == "cpp":
