@@ -1,7 +1,6 @@
 #include "client/encoding/commandtextbuffer.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 
 #include "client/engine/instance.h"
@@ -19,7 +18,7 @@ constexpr double pi = 3.141592653589793;
 constexpr size_t numberLimit = 23;
 /// The room that each number is given; what it does not take is scribbled over.
 constexpr size_t numberRoom = quickNumberRoom;
-constexpr size_t integerRoom = 11;
+constexpr size_t integerRoom = 12;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
 constexpr size_t vectorRoom = 4 * (numberLimit + 1) + 2 + numberRoom;
 constexpr size_t axesRoom = 9 * (numberLimit + 1) + 16 + numberRoom;
@@ -43,6 +42,14 @@ char* putNumberSlowly(char* out, double value) {
 char* putNumber(char* out, double value) {
     const size_t length = quickNumberText(value, out, 8, 5);
     return length != 0 ? out + length : putNumberSlowly(out, value);
+}
+
+// Not std::to_chars: its table is a unique symbol, which keeps every module that links it from ever being unloaded.
+char* putInteger(char* out, int value) {
+    if (const size_t length = quickNumberText(value, out)) return out + length;
+    size_t room = integerRoom;
+    int_2_modulo(value, out, room, 0, 10);
+    return out + (integerRoom - 1 - room);
 }
 
 /// Numbers with commas between them; at least one.
@@ -130,8 +137,8 @@ void CommandTextBuffer::addEnum(int number, const char* word) {
 
 void CommandTextBuffer::addEnumQuick(int number) {
     const char* const next = quick || text.separator ? "," : " ";
-    char* const out = put(begin(integerRoom + 2), '[');
-    end(put(std::to_chars(out, out + integerRoom, number).ptr, ']'), next);
+    char* const out = put(begin(quickNumberRoom + 2), '[');
+    end(put(putInteger(out, number), ']'), next);
 }
 
 void CommandTextBuffer::addDouble(double value) {

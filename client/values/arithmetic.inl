@@ -142,9 +142,10 @@ inline void fromAngles(double* out, const double* axes) {
     }
 }
 
+constexpr double Eye[9] = {1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0};
+
 /// The matrix of axes in any form: their own, or one that is built in the room of nine doubles.
 inline const double* matrixOf(const ZantAxesCore& axes, double* room) {
-    static constexpr double Eye[9] = {1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0};
     if (axes.rows == 3) return axes.m;
     if (axes.rows == 0) return Eye;
     fromAngles(room, axes.m);
