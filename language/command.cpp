@@ -2,9 +2,11 @@
 
 #include "language/command.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
+
+#include "own/str2num.h"
+#include "own/textbuffer.h"
 
 namespace Zant {
 
@@ -160,11 +162,19 @@ void Command::truncate(size_t valueCount) {
 
 namespace {
 
-/// Compares values as text would show them, or exactly.
+/// What becomes of a number that is written as text and read again.
+double written(double number) {
+    TextBuffer text;
+    text.concat(number);
+    const char* digits = text;
+    return sdecimal_2_double(digits);
+}
+
+/// Compares values exactly, or the first command's as they are written.
 class Comparison {
 public:
-    Comparison(const Command& one, const Command& other, double allowed)
-        : first(one), second(other), tolerance(allowed) {}
+    Comparison(const Command& one, const Command& other, bool firstIsWritten)
+        : first(one), second(other), asWritten(firstIsWritten) {}
 
     bool sameValue(const Value& a, const Value& b) const {
         if (a.kind != b.kind || a.count != b.count) return false;
@@ -193,16 +203,16 @@ private:
     }
 
     bool same(double a, double b) const {
-        if (tolerance == 0) return std::memcmp(&a, &b, sizeof a) == 0 || a == b;
-        if (!std::isfinite(a)) a = 0;
-        if (!std::isfinite(b)) b = 0;
-        return std::abs(a - b) <= tolerance * std::max({1.0, std::abs(a), std::abs(b)});
+        return asWritten ? near(written(a), b) : std::memcmp(&a, &b, sizeof a) == 0 || a == b;
     }
 
     bool sameAngle(double a, double b) const {
         constexpr double pi = 3.141592653589793;
-        return tolerance == 0 ? same(a, b) : same(a * 180.0 / pi, b * 180.0 / pi);
+        return asWritten ? near(written((a * 180.0) / pi) * pi / 180.0, b) : same(a, b);
     }
+
+    // Reading makes integers whole, which the text of large ones is only nearly.
+    static bool near(double a, double b) { return a == b || std::abs(a - b) <= 1e-12 * std::abs(a); }
 
     bool sameRun(const double* a, const double* b, int count) const {
         for (int k = 0; k < count; ++k) {
@@ -223,7 +233,7 @@ private:
     }
 
     bool sameAxes(const ZantAxesCore& left, const ZantAxesCore& right) const {
-        if (tolerance == 0 && left.rows != right.rows) return false;
+        if (!asWritten && left.rows != right.rows) return false;
         const ZantAxesCore a = inFormOf(left, right), b = inFormOf(right, left);
         if (a.rows != b.rows) return false;
         for (int k = 0; k < 3 * a.rows; ++k) {
@@ -239,18 +249,26 @@ private:
 
     const Command& first;
     const Command& second;
-    double tolerance;
+    bool asWritten;
 };
 
-}  // namespace
-
-bool sameCommand(const Command& left, const Command& right, double tolerance) {
+bool compare(const Command& left, const Command& right, bool asWritten) {
     if (left.form != right.form || left.values().size() != right.values().size()) return false;
-    const Comparison comparison(left, right, tolerance);
+    const Comparison comparison(left, right, asWritten);
     for (size_t k = 0; k < left.values().size(); ++k) {
         if (!comparison.sameValue(left.values()[k], right.values()[k])) return false;
     }
     return true;
+}
+
+}  // namespace
+
+bool sameCommand(const Command& left, const Command& right) {
+    return compare(left, right, false);
+}
+
+bool sameAsWritten(const Command& original, const Command& read) {
+    return compare(original, read, true);
 }
 
 }  // namespace Zant

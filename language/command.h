@@ -108,11 +108,13 @@ private:
     std::string texts;              // each with its terminator
 };
 
-/// @return whether two commands have the same form and the same values.
-/// @param tolerance 0 for exact equality; otherwise how far numbers may be apart, relative to the larger of 1 and
-///        the number. Number text keeps eight decimals: 2e-8 covers one writing. A number that is not finite counts
-///        as 0, as it is written; angles are compared in degrees.
-bool sameCommand(const Command& left, const Command& right, double tolerance = 0);
+/// @return whether two commands have the same form and exactly the same values
+bool sameCommand(const Command& left, const Command& right);
+
+/// @return whether `read` is what comes back when `original` is written as text and read again.
+///         Number text keeps eight decimals and cuts, so that the two may differ; what is not finite is written as 0,
+///         and axes may turn out to be the identity.
+bool sameAsWritten(const Command& original, const Command& read);
 
 }  // namespace Zant
 

@@ -354,6 +354,17 @@ TEST(Language, StaysInsideOfDamagedInput) {
     EXPECT_GT(inputs, 20000u);
 }
 
+TEST(Language, SurvivesWhatTheFuzzersFound) {
+    // Number text may end one unit of its last place too low, however early it ends: "1.5255551e7", "959.814".
+    const char* const texts[] = {"vector v,(15255552,50.4140625,3.3127963399999997e150);", "vector v,(959.815,1,2);"};
+    for (const char* text : texts) {
+        const CheckResult result = checkText(text);
+        EXPECT_EQ(result.fault, "");
+        EXPECT_EQ(result.commands, 1u) << text;
+    }
+    EXPECT_EQ(canonical(texts[1]), "vector v,(959.814,1,2);");
+}
+
 TEST(Language, KeepsNothingOfALongText) {
     class Repeated : public TextSource {
     public:
