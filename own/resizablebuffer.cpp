@@ -20,9 +20,15 @@ void ResizableBuffer::grow(size_t n) {
 }
 
 void ResizableBuffer::align(size_t n) {
-    // A grown block may start elsewhere, which matters for n above the alignment of a block.
-    while (const size_t excess = (reinterpret_cast<uintptr_t>(buffer) + dataSize) % n)
-        allocBuffer(n - excess);
+    const size_t unpadded = dataSize;
+    try {
+        // A grown block may start elsewhere, which matters for n above the alignment of a block.
+        while (const size_t excess = (reinterpret_cast<uintptr_t>(buffer) + dataSize) % n)
+            allocBuffer(n - excess);
+    } catch (...) {
+        dataSize = unpadded;
+        throw;
+    }
 }
 
 void ResizableBuffer::resize(size_t size) {

@@ -20,7 +20,10 @@ class Symbol;
 /// encoding.
 ///
 /// The last non-zero code of the parser, or of error(), stays in errorCode until error(0) clears it; nothing is sent
-/// meanwhile. A buffer is used by one thread at a time, and outlives the symbols that point at it.
+/// meanwhile. When an allocation fails, the exception of `new` leaves the buffer as it was before the call. A buffer
+/// outlives the symbols that point at it.
+///
+/// Threads: one at a time, since a command is assembled across several calls. Give each thread a buffer of its own.
 class CommandBuffer {
 public:
     Instance* instance;  ///< receives the commands; null for a buffer that only collects text. Not owned.

@@ -28,6 +28,11 @@ size_t rowsInUse(const ZantAxesCore& axes) {
     return static_cast<size_t>(std::clamp(axes.rows, 0, 3));
 }
 
+void putAxes(char* out, const ZantAxesCore& axes, size_t words) {
+    put(out, int64_t{axes.rows});
+    std::memcpy(out + wordSize, axes.m, words * wordSize);
+}
+
 }  // namespace
 
 CommandBinaryBuffer::CommandBinaryBuffer(Instance* owner) : CommandBuffer(owner) {
@@ -112,9 +117,7 @@ void CommandBinaryBuffer::addVector(const Vector& vector) {
 
 void CommandBinaryBuffer::addAxesCore(const ZantAxesCore& axes) {
     const size_t words = 3 * rowsInUse(axes);
-    char* const out = takeGrowing(1 + words);
-    put(out, int64_t{axes.rows});
-    std::memcpy(out + wordSize, axes.m, words * wordSize);
+    putAxes(takeGrowing(1 + words), axes, words);
 }
 
 void CommandBinaryBuffer::addAxes(const Axes& axes) {
@@ -122,8 +125,10 @@ void CommandBinaryBuffer::addAxes(const Axes& axes) {
 }
 
 void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
-    std::memcpy(takeGrowing(3), coordSys.position, sizeof coordSys.position);
-    addAxesCore(coordSys.axes);
+    const size_t words = 3 * rowsInUse(coordSys.axes);
+    char* const out = takeGrowing(4 + words);
+    std::memcpy(out, coordSys.position, sizeof coordSys.position);
+    putAxes(out + sizeof coordSys.position, coordSys.axes, words);
 }
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
@@ -139,14 +144,20 @@ void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
 
 template <class T>
 void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
-    put(takeGrowing(2), listMarker);
-    const ptrdiff_t start = position - block.buffer;
-    for (size_t i = 0; i < list.count; ++i) {
-        addItem(list.items[i]);
+    const ptrdiff_t before = position - block.buffer;
+    try {
+        takeGrowing(2);
+        for (size_t i = 0; i < list.count; ++i) {
+            addItem(list.items[i]);
+        }
+        put(takeGrowing(1), endMarker);
+    } catch (...) {
+        position = block.buffer + before;
+        throw;
     }
-    put(takeGrowing(1), endMarker);
-    char* const first = block.buffer + start;
-    put(first - wordSize, position - first);
+    char* const start = block.buffer + before;
+    put(start, listMarker);
+    put(start + wordSize, position - (start + 2 * wordSize));
 }
 
 void CommandBinaryBuffer::addVarLenDouble(const VarLenDouble& list) {

@@ -83,6 +83,9 @@ private:
         text.separator = separator;
     }
 
+    template <class T>
+    void addItems(const VarLenTemplate<T>& list);
+
     void addItem(const Double& item) { addDouble(item.value); }
     void addItem(const Vector& item) { addVector(item); }
     void addItem(const AxesHpb& item) { addAxes(item); }
@@ -92,6 +95,19 @@ private:
 
 template <class T>
 void CommandTextBuffer::addVarLen(const VarLenTemplate<T>& list) {
+    const size_t size = text.dataSize;
+    const char* const separator = text.separator;
+    try {
+        addItems(list);
+    } catch (...) {
+        text.dataSize = size;
+        text.separator = separator;
+        throw;
+    }
+}
+
+template <class T>
+void CommandTextBuffer::addItems(const VarLenTemplate<T>& list) {
     const bool braces = list.count >= 2;
     char* out = begin(1);
     if (braces) *out++ = '{';

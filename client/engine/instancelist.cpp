@@ -24,7 +24,14 @@ void Library::releaseInstance(Instance* instance) {
 }
 
 Instance* Library::allocInstance() {
-    return load(nullptr) ? new Instance(this) : nullptr;
+    const bool wasLoaded = isLoaded();
+    if (!load(nullptr)) return nullptr;
+    try {
+        return new Instance(this);
+    } catch (...) {
+        if (!wasLoaded) release();  // nobody would ask for the engine's end
+        throw;
+    }
 }
 
 Instance* Library::initInstance(Instance* instance) {

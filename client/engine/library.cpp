@@ -11,7 +11,9 @@ namespace {
 // What was wrong with an engine file that opened; null when the loader's own reason holds.
 thread_local const char* refusal = nullptr;
 
+// Null for no directory: a null or an empty text.
 std::unique_ptr<char[]> copyOf(const char* text) {
+    if (!text || !*text) return nullptr;
     const size_t size = std::strlen(text) + 1;
     std::unique_ptr<char[]> copy(new char[size]);
     std::memcpy(copy.get(), text, size);
@@ -42,18 +44,22 @@ void Library::zero() {
 }
 
 void Library::setLibraryDir(const char* dir) {
-    // Freed last: `dir` may be the stored copy itself.
-    const std::unique_ptr<char[]> previous(libraryDir);
-    libraryDir = nullptr;
-    if (dir && *dir) libraryDir = copyOf(dir).release();
+    storeLibraryDir(copyOf(dir).release());
+}
+
+void Library::storeLibraryDir(char* copy) {
+    delete[] libraryDir;
+    libraryDir = copy;
 }
 
 bool Library::load(const char* dir) {
     if (isLoaded()) return true;
+    std::unique_ptr<char[]> copy = copyOf(dir);
     if (moduleHandle) unload();
-    if (dir) setLibraryDir(dir);
     refusal = nullptr;
-    moduleHandle = DllLoadDebugOrReleaseVersion(libraryDir, "zant3", ZANT_ENGINE_SUFFIX);
+    moduleHandle = DllLoadDebugOrReleaseVersion(dir ? copy.get() : libraryDir, "zant3", ZANT_ENGINE_SUFFIX);
+    // Only now, with no allocation left to fail: the exception of joining a file name leaves the old directory.
+    if (dir) storeLibraryDir(copy.release());
     return initLib(moduleHandle);
 }
 

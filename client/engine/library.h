@@ -55,12 +55,14 @@ public:
     /// Forgets directory, instances and file without freeing anything; tables, flags and mutex stay.
     void zero();
 
-    /// Stores a copy of the directory; null and the empty text leave none. Throws std::bad_alloc.
+    /// Stores a copy of the directory; null and the empty text leave none. Throws std::bad_alloc, and then keeps the
+    /// stored one.
     void setLibraryDir(const char* dir);
     const char* getLibraryDir() const { return libraryDir; }
 
     /// Loads the engine from a directory, null for the stored one. A loaded engine stays, whatever the directory.
     /// Closes the file that a failed load left open before it opens another.
+    /// Throws std::bad_alloc, with the directory as it was, when the file name cannot be joined.
     /// @return whether an engine is loaded; getLoadError() says why not.
     bool load(const char* dir);
     /// load() for good: the engine stays when its last instance goes, also when loading fails this time.
@@ -103,8 +105,8 @@ public:
     /// Destroys an instance; null does nothing. The last one takes an engine along that was not loaded explicitly.
     void releaseInstance(Instance* instance);
 
-    /// First step of creating: loads the engine when necessary. @return an instance without event routing that the
-    /// engine has not seen yet, or null.
+    /// First step of creating: loads the engine when necessary. Throws std::bad_alloc, and then unloads an engine that
+    /// it has loaded. @return an instance without event routing that the engine has not seen yet, or null.
     Instance* allocInstance();
     /// Last step of creating: hands the instance to the engine and lists it.
     /// @return the instance, or null after destroying it when the engine refuses it.
@@ -121,6 +123,7 @@ public:
     void unload();
 
 private:
+    void storeLibraryDir(char* copy);
     void destroyInstances();
 };
 

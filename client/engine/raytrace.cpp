@@ -15,12 +15,23 @@ RaytraceAccess::~RaytraceAccess() {
     rt->destroyContext(context);
 }
 
+void RaytraceAccess::allocTables() {
+    try {
+        input.alloc();
+        output.alloc();
+    } catch (...) {
+        // Neither table may stay: the engine's memory has changed under the one, the other is not filled.
+        input.free();
+        output.free();
+        throw;
+    }
+}
+
 bool RaytraceAccess::allocBuffer(const size_t* dims) {
     if (!rt->setupBuffers(context, dims)) return false;
     rt->describeBuffer(context, &input);
     rt->describeBuffer(context, &output);
-    input.alloc();
-    output.alloc();
+    allocTables();
     // The input side says how many blocks there are. An engine that describes fewer output blocks is not asked for
     // more than those; where it describes more, the rest stays null.
     const size_t blocks = input.blockCount();

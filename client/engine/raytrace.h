@@ -73,9 +73,12 @@ public:
 
     /// Lets the engine lay out its ray memory for the requested dimensions (three counts whose meaning is the
     /// engine's) and takes the addresses of its blocks, valid until the next call or the end of this object.
-    /// Throws std::bad_alloc.
+    /// Throws std::bad_alloc; both sides are then without a table.
     /// @return false when the engine refuses the dimensions; tables and descriptions are then as before.
     bool allocBuffer(const size_t* dims);
+
+private:
+    void allocTables();
 };
 
 }  // namespace Zant

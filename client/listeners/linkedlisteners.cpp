@@ -175,10 +175,13 @@ void Instance::deleteOwnedListener() {
 }
 
 Instance* Library::createInstance() {
-    std::unique_ptr<Instance> instance(allocInstance());
+    // First of all: an instance that had to go again for want of a listener could take the engine along.
+    auto listener = std::make_unique<DefaultListener>();
+    Instance* instance = allocInstance();
     if (!instance) return nullptr;
+    instance->ownedListener = listener.release();
     instance->setDefaultEventListener();
-    return initInstance(instance.release());
+    return initInstance(instance);
 }
 
 }  // namespace Zant

@@ -1,0 +1,38 @@
+#ifndef ZANT_TESTS_HOSTS_GOODPLUGIN_H
+#define ZANT_TESTS_HOSTS_GOODPLUGIN_H
+
+// A plug-in that keeps the contract. Each one that includes this says its NUMBER, which its commands carry.
+
+#include "client/host.h"
+#include "client/zant.h"
+
+namespace {
+
+struct Plugin {
+    explicit Plugin(const char* engineDirectory) : session(engineDirectory), instance(session.createInstance()) {}
+    Zant::Session session;
+    Zant::UniqueInstance instance;
+};
+
+Plugin* plugin = nullptr;
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char* engineDirectory) {
+    plugin = new Plugin(engineDirectory);
+    return plugin->instance ? 1 : 0;
+}
+
+extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
+    Zant::Prototyper quick(plugin->instance.get());
+    Zant::DirectPrototyper binary(plugin->instance.get());
+    fg2_gradients(quick.protos(), 0.5, NUMBER);
+    fg2_gradients(binary.protos(), 0.25, NUMBER);
+}
+
+extern "C" __attribute__((visibility("default"))) void zantPluginStop() {
+    delete plugin;
+    plugin = nullptr;
+}
+
+#endif

@@ -1,0 +1,2 @@
+#define NUMBER 1
+#include "goodplugin.h"

@@ -1,0 +1,2 @@
+#define NUMBER 2
+#include "goodplugin.h"
