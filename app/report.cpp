@@ -3,9 +3,9 @@
 #include <fmt/core.h>
 #include <sys/utsname.h>
 
+#include <algorithm>
 #include <deque>
 #include <fstream>
-#include <regex>
 #include <stdexcept>
 
 #include "app/commandfile.h"
@@ -25,19 +25,22 @@ struct Options {
     std::vector<std::string> files;
 };
 
+/// The last part of a path, which may end with its separator; other words as they are.
+std::string lastPart(const std::string& word) {
+    const size_t separator = word.find_last_of('/', word.size() - 2);
+    return separator == std::string::npos ? word : "..." + word.substr(separator);
+}
+
 /// A path says who and where somebody is: only its last part goes into a report.
 std::string withoutPaths(const std::string& text) {
-    static const std::regex path("[^/\\s:\"'(),]*(?:/[^/\\s:\"'(),]+)+/?");
+    constexpr const char* between = " \t\n:;\"'(),";
     std::string result;
-    auto from = text.cbegin();
-    for (std::sregex_iterator match(text.begin(), text.end(), path), end; match != end; ++match) {
-        const std::string found = match->str();
-        const size_t last = found.find_last_of('/', found.size() - 2);
-        result.append(from, (*match)[0].first);
-        result += "..." + found.substr(last);
-        from = (*match)[0].second;
+    for (size_t from = 0; from < text.size();) {
+        const size_t end = std::min(text.find_first_of(between, from), text.size());
+        result += lastPart(text.substr(from, end - from)) + text.substr(end, 1);
+        from = end + 1;
     }
-    return result.append(from, text.cend());
+    return result;
 }
 
 std::string versions() {
