@@ -17,8 +17,9 @@ int main(int argc, char** argv) {
     program.set_version_flag("--version", ZANT_VERSION);
     program.require_subcommand(1);
     int exitCode = Zant::App::Fine;
-    for (const auto add : {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms,
-                           Zant::App::addDecode, Zant::App::addProbe, Zant::App::addReport, Zant::App::addRehearse})
+    for (const auto add :
+         {Zant::App::addRun, Zant::App::addCheck, Zant::App::addConvert, Zant::App::addForms, Zant::App::addDecode,
+          Zant::App::addProbe, Zant::App::addReport, Zant::App::addRehearse, Zant::App::addReference})
         add(program, exitCode);
     if (argc > 1 && argv[1][0] != '-' && !isSubcommand(program, argv[1])) {
         std::fprintf(stderr, "zant: no subcommand '%s' (zant --help lists them)\n", argv[1]);

@@ -19,6 +19,7 @@ void addForms(CLI::App& program, int& exitCode);
 void addDecode(CLI::App& program, int& exitCode);
 void addReport(CLI::App& program, int& exitCode);
 void addRehearse(CLI::App& program, int& exitCode);
+void addReference(CLI::App& program, int& exitCode);
 
 }  // namespace Zant::App
 

@@ -73,6 +73,8 @@ struct FormRange {
 FormRange<Form> allForms();
 /// The forms of one command word, by its number in cmd_strings; empty when it has none.
 FormRange<Form> formsOf(int command);
+/// @return the group that the catalogue lists a command word in: "looks"; null when it has no forms
+const char* groupOf(int command);
 /// All keyword tables; the table of command words is at index 0.
 FormRange<KeywordTable> keywordTables();
 

@@ -27,6 +27,10 @@ FormRange<Form> formsOf(int command) {
     return {forms + range.first, range.count};
 }
 
+const char* groupOf(int command) {
+    return formsOf(command).size() != 0 ? commands[command - 1].group : nullptr;
+}
+
 }  // namespace Zant
 )";
 
@@ -43,19 +47,20 @@ std::string formRow(const CheckedForm& form, int command, size_t firstToken) {
            std::to_string(form.parameterCount()) + (wide ? ", \"" + form.wideFunction + "\"},\n" : ", nullptr},\n");
 }
 
-/// Where the forms of each command word stand, by its number.
+/// Where the forms of each command word stand, and its group, by its number.
 std::string commandRows(const Vocabulary& vocabulary) {
     std::map<int, std::string> rows;
     size_t first = 0;
     for (const CheckedGroup& group : vocabulary.groups) {
         for (const CheckedCommand& command : group.commands) {
-            rows[command.number] = "{" + std::to_string(first) + ", " + std::to_string(command.forms.size()) + "}";
+            rows[command.number] =
+                "{" + std::to_string(first) + ", " + std::to_string(command.forms.size()) + ", \"" + group.name + "\"}";
             first += command.forms.size();
         }
     }
     std::string text;
     for (int number = 1; number <= Zant::keywordTables()[0].slots; ++number)
-        text += "    " + (rows.count(number) != 0 ? rows[number] : std::string("{0, 0}")) + ",\n";
+        text += "    " + (rows.count(number) != 0 ? rows[number] : std::string("{0, 0, nullptr}")) + ",\n";
     return text;
 }
 
@@ -78,7 +83,8 @@ std::string formsText(const Vocabulary& vocabulary) {
     }
     return std::string(opening) + "\nconst FormToken tokens[] = {\n" + tokens + "};\n\nconst Form forms[] = {\n" +
            forms +
-           "};\n\nstruct FormsOfCommand {\n    size_t first;\n    size_t count;\n};\n\nconst FormsOfCommand commands[] "
+           "};\n\nstruct FormsOfCommand {\n    size_t first;\n    size_t count;\n    const char* group;\n};\n\nconst "
+           "FormsOfCommand commands[] "
            "= {\n" +
            commandRows(vocabulary) + "};\n" + closing;
 }

@@ -1,0 +1,125 @@
+#!/usr/bin/env python3
+"""Checks every example of the command reference against an installed package, in all four spellings.
+
+usage: reference_test.py PREFIX
+
+The examples are taken from the pages that the installed program writes for the reference. The C++ statements are built
+as one program and run on the loopback engine through each encoding: the engine's transcript has to hold the plain text
+of the page. Quick text and binary words are converted to text and have to be the same.
+"""
+import os
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+
+from docs_test import PRELUDE, Project, engine_of, run
+
+COMMAND_WORDS = 98
+EXAMPLE = re.compile(r"```cpp\n(.*?)```\n\n.*?" + 3 * r"```\{\.unparsed\}\n(.*?)```\n\n", re.S)
+# The engine's transcript shows what these commands bring instead of the commands themselves.
+NESTED = {'include "room.zant";': 'echo "included";', 'parse "fg reset;","my plug-in";': "fg reset;"}
+OBJECTS = "".join(f"var object{number},1;" for number in ("", *range(2, 9)))
+
+
+class Example:
+    def __init__(self, page, match):
+        self.page = page
+        self.statements, self.plain, self.quick, self.words = (text.strip() for text in match.groups())
+
+    def fail(self, what, found):
+        sys.exit(f"{self.page}: {what} is not {self.plain}\nbut {found}\n{self.statements}")
+
+
+def read_pages(folder):
+    pages = sorted(folder.glob("command_*.md"))
+    if len(pages) != COMMAND_WORDS:
+        sys.exit(f"{len(pages)} pages of command words, not {COMMAND_WORDS}")
+    examples = []
+    for path in pages:
+        text = path.read_text()
+        found = [Example(path.name, match) for match in EXAMPLE.finditer(text)]
+        if not found or len(found) != text.count("| Form |"):
+            sys.exit(f"{path.name}: {len(found)} examples in {text.count('| Form |')} sections")
+        examples += found
+    return examples
+
+
+def program_of(examples):
+    """Each example between a set of objects that it may name, and a line of the transcript that says its number."""
+    blocks = "\n".join(f"static void block{number}(Prototyper& proto) {{\n{example.statements}\n"
+                       f"echo1(proto.protos(), \"end {number}\");\n}}" for number, example in enumerate(examples))
+    names = ", ".join(f"block{number}" for number in range(len(examples)))
+    return (f"{PRELUDE}#include <memory>\n{blocks}\nint main(int, char** argv) {{\n    Library library(argv[1]);\n"
+            "    Instance* instance = library.createInstance();\n    if (!instance) return 3;\n"
+            f"    for (const auto block : {{{names}}})\n        for (int encoding = 0; encoding < 3; ++encoding) {{\n"
+            f"            DirectPrototyper direct(instance);\n            direct.parse(\"{OBJECTS}\");\n"
+            "            Prototyper quick(instance), text(new CommandTextBuffer(instance));\n"
+            "            Prototyper* protos[] = {&text, &quick, &direct};\n            block(*protos[encoding]);\n"
+            "        }\n    library.releaseInstance(instance);\n}\n")
+
+
+def check_statements(examples, folder, prefix):
+    project = Project(folder, prefix)
+    page = type("Page", (), {"name": "reference"})
+    project.add(page, 0, "cpp", program_of(examples))
+    project.build()
+    (folder / "room.zant").write_text('echo "included";\n')
+    transcript = folder / "transcript"
+    result = run([folder / "build" / project.targets["reference", 0], engine_of(prefix / "bin" / "zant")],
+                 cwd=folder, env={**os.environ, "ZANT_LOOPBACK_TRANSCRIPT": str(transcript)})
+    if result.returncode:
+        sys.exit(f"exit code {result.returncode}\n{result.stdout}")
+    lines = transcript.read_text().splitlines()
+    for number, example in enumerate(examples):
+        sent = [lines[index - 1] for index, line in enumerate(lines) if line == f'echo "end {number}";']
+        expected = NESTED.get(example.plain, example.plain)
+        if sent != 3 * [expected]:
+            example.fail("what the C++ example sent as text, quick text and binary", sent)
+
+
+def block_of(example):
+    """The bytes of the words; what stands beside them has to say the same."""
+    block = b""
+    for line in example.words.splitlines():
+        word = struct.pack("<Q", int(line[:16], 16))
+        value = re.match(r"  (-?\d[^ ]*)", line[18:])
+        text = re.match(r'  "(.*)"$', line[18:])
+        if (value and struct.unpack("<d", word)[0] != float(value[1])) or (text and word.rstrip(b"\0").decode() != text[1]):
+            sys.exit(f"{example.page}: {line} says something else than its word")
+        block += word
+    return block
+
+
+def check_conversion(examples, what, content, program, folder):
+    (folder / "commands").write_bytes(content)
+    result = subprocess.run([program, "convert", "--to", "text", folder / "commands"], capture_output=True, text=True)
+    converted = result.stdout.splitlines()
+    for example, text in zip(examples, converted):
+        if text != example.plain:
+            example.fail(what, text)
+    if result.returncode or len(converted) != len(examples):
+        sys.exit(f"{what}: {len(converted)} of {len(examples)} commands\n{result.stderr}")
+
+
+def main():
+    prefix = pathlib.Path(sys.argv[1]).resolve()
+    program = prefix / "bin" / "zant"
+    folder = pathlib.Path(tempfile.mkdtemp())
+    written = run([program, "reference", folder / "pages"])
+    if written.returncode:
+        sys.exit(written.stdout)
+    examples = read_pages(folder / "pages")
+    check_conversion(examples, "quick text", "\n".join(example.quick for example in examples).encode(), program, folder)
+    check_conversion(examples, "the binary block", b"".join(block_of(example) for example in examples), program, folder)
+    check_statements(examples, folder, prefix)
+    shutil.rmtree(folder)
+    print(f"reference: {COMMAND_WORDS} command words, {len(examples)} examples in four spellings")
+
+
+if __name__ == "__main__":
+    os.environ.pop("ZANT_LOOPBACK_FAULT", None)
+    main()
