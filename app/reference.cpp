@@ -216,8 +216,7 @@ private:
 
 void writeGroup(const std::filesystem::path& directory, const std::string& group, const std::vector<int>& commands) {
     Page page(directory, "group_" + group);
-    page.add("# {} {{#group_{}}}\n\n| Command word | Forms | Functions |\n|---|---|---|\n",
-             capitalised(group) + " commands", group);
+    page.add("# {} {{#group_{}}}\n\n| Command word | Forms | Functions |\n|---|---|---|\n", capitalised(group), group);
     for (const int command : commands)
         page.add("| @subpage command_{} | {} | {} |\n", commandWord(command), formsOf(command).size(),
                  functionCount(command));
