@@ -37,7 +37,7 @@ class VertexMapSymbol;
 )";
 
 void writeCommand(const CheckedCommand& command, std::string& text) {
-    text += "\n/// @name " + command.word + "\n/// @{\n";
+    text += "\n/// @name " + command.word + "\n/// @{\n\n";
     for (const CheckedForm& form : command.forms) {
         text += "/// `" + form.notation + "`\n" + signature(form, false) + ";\n";
         if (!form.wideFunction.empty()) text += "/// `" + form.notation + "`, wide\n" + signature(form, true) + ";\n";
