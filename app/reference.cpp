@@ -96,13 +96,17 @@ std::string capitalised(std::string word) {
     return word;
 }
 
+bool isCapital(const std::string& word, size_t at) {
+    return at < word.size() && std::isupper(static_cast<unsigned char>(word[at]));
+}
+
 /// "imageSampler" as people say it: "image sampler".
 std::string spoken(const std::string& word) {
     std::string result;
-    for (const char character : word) {
-        if (std::isupper(static_cast<unsigned char>(character)) && !result.empty() && result.back() != ' ')
-            result += ' ';
-        result += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    for (size_t at = 0; at < word.size(); ++at) {
+        const bool endsCapitals = isCapital(word, at) && at + 1 < word.size() && !isCapital(word, at + 1);
+        if (at > 0 && isCapital(word, at) && (!isCapital(word, at - 1) || endsCapitals)) result += ' ';
+        result += static_cast<char>(std::tolower(static_cast<unsigned char>(word[at])));
     }
     return result;
 }

@@ -199,4 +199,15 @@ TEST(Forms, OfACommandStandTogether) {
         EXPECT_EQ(Zant::formsOf(command).size(), 0U) << command;
 }
 
+TEST(Forms, OfACommandBelongToItsGroup) {
+    std::map<std::string, size_t> functions;
+    for (const Zant::Form& form : Zant::allForms())
+        functions[Zant::groupOf(form.command)] += form.wideFunction ? 2 : 1;
+    const std::map<std::string, size_t> promised = {
+        {"geometry", 353}, {"looks", 381}, {"lights", 378}, {"rendering", 560}, {"files", 493}};
+    EXPECT_EQ(functions, promised);
+    for (const int command : {-1, 0, 6, 158, 159, 100000})
+        EXPECT_EQ(Zant::groupOf(command), nullptr) << command;
+}
+
 }  // namespace
