@@ -147,7 +147,8 @@ bool rotations(Scene& s) {
     Contest own("vector by 3x3, a matrix each", Count * Passes);
     own.ours("Zant rotateVector", each(s.points, [&s](size_t i) { s.matrices[i].rotateVector(s.points[i].values); }));
     own.peer("Imath V3d *= M33d", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] *= s.peerMatrices[i]; }));
-    return one.run() & own.run();
+    const bool oneFine = one.run();
+    return own.run() && oneFine;
 }
 
 bool angles(Scene& s) {
@@ -173,7 +174,9 @@ bool angles(Scene& s) {
     extract.peer("Imath",
                  each(
                      s.peerAngles, [&s](size_t i) { s.peerAngles[i].extract(s.peerMatrices[i]); }, AnglePasses));
-    return build.run() & point.run() & extract.run();
+    const bool buildFine = build.run();
+    const bool pointFine = point.run();
+    return extract.run() && buildFine && pointFine;
 }
 
 bool vectors(Scene& s) {
@@ -186,7 +189,9 @@ bool vectors(Scene& s) {
     Contest cross("cross product", Count * Passes);
     cross.ours("Zant", each(s.points, [&s](size_t i) { s.points[i].cross(s.others[i], s.others[0]); }));
     cross.peer("Imath", each(s.peerPoints, [&s](size_t i) { s.peerPoints[i] = s.peerOthers[i] % s.peerOthers[0]; }));
-    return sum.run() & length.run() & cross.run();
+    const bool sumFine = sum.run();
+    const bool lengthFine = length.run();
+    return cross.run() && sumFine && lengthFine;
 }
 
 }  // namespace
