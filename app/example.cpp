@@ -233,26 +233,33 @@ private:
         return 3;
     }
 
+    struct ListWords {
+        const char* item;
+        const char* name;
+    };
+
+    static ListWords wordsFor(ArgumentKind list) {
+        switch (list) {
+            case ArgumentKind::DoubleList:
+                return {"Double", "numbers"};
+            case ArgumentKind::VectorList:
+                return {"Vector", "vectors"};
+            case ArgumentKind::CoordSysList:
+                return {"CoordSys", "systems"};
+            default:
+                return {"Symbol* const", "objects"};
+        }
+    }
+
     std::string list(ArgumentKind kind, const Value& value) {
         std::vector<std::string> items;
         for (size_t index = 0; index < value.count; ++index)
             items.push_back((kind == ArgumentKind::SymbolList ? "&" : "") + item(kind, value, index));
-        const char* type = kind == ArgumentKind::DoubleList     ? "Double"
-                           : kind == ArgumentKind::VectorList   ? "Vector"
-                           : kind == ArgumentKind::CoordSysList ? "CoordSys"
-                                                                : "Symbol* const";
-        const std::string name = listName(kind);
-        append(fmt::format("const {} {}[] = {{", type, name), items, "};\n", declarations);
-        return name;
-    }
-
-    std::string listName(ArgumentKind kind) {
-        std::string name = kind == ArgumentKind::DoubleList     ? "numbers"
-                           : kind == ArgumentKind::VectorList   ? "vectors"
-                           : kind == ArgumentKind::CoordSysList ? "systems"
-                                                                : "objects";
+        const ListWords words = wordsFor(kind);
+        std::string name = words.name;
         for (int number = 2; !declared.insert(name).second; ++number)
-            name = name.substr(0, name.find_last_not_of("0123456789") + 1) + std::to_string(number);
+            name = words.name + std::to_string(number);
+        append(fmt::format("const {} {}[] = {{", words.item, name), items, "};\n", declarations);
         return name;
     }
 
