@@ -30,7 +30,9 @@ using UniqueRaytraceAccess = std::unique_ptr<RaytraceAccess>;
 ///
 /// Do not make it, or the handles above, static objects: at process exit the host has already torn down what the engine
 /// may still use, its threads may have been ended in the middle of their work, and the order of destruction between
-/// two modules is not yours. End it while the host is still whole. Used by one thread.
+/// two modules is not yours. End it while the host is still whole.
+///
+/// Threads: one at a time, as the library. The handles may be given to other threads, one each.
 class Session {
 public:
     /// Loads the engine of a directory, given with its final separator; null keeps the library's own.

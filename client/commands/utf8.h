@@ -9,6 +9,8 @@ namespace Zant {
 ///
 /// Values below 0x80000000 are encoded in one to six bytes, surrogates and values above 0x10FFFF included; nothing
 /// below that limit is rejected.
+///
+/// Threads: any, since it keeps nothing.
 struct UTF8Codec {
     /// @return the number of bytes of a code value, 1 to 6, or 0 when it is 0x80000000 or above
     static size_t length(unsigned int code);
@@ -22,6 +24,8 @@ struct UTF8Codec {
 ///
 /// For `wchar_t` each unit is one code value. For `char16_t` a high surrogate and the low surrogate behind it are one
 /// code value; a surrogate on its own is encoded as it stands.
+///
+/// Threads: one at a time for each object.
 template <class Unit>
 class UTF8EncoderBuffer {
 public:

@@ -23,6 +23,8 @@ namespace Zant {
 /// | list             | -2, the length of what follows in bytes, the items, -3                         |
 ///
 /// While there is an error, parse() drops its command. A command abandoned without parse() stays in front of the next.
+///
+/// Threads: one at a time.
 class CommandBinaryBuffer : public CommandBuffer {
 public:
     explicit CommandBinaryBuffer(Instance* owner);

@@ -15,6 +15,8 @@ namespace Zant {
 ///
 /// While there is an error, parse() sends nothing and the text stays: once the error is cleared, the next parse()
 /// sends everything that was held back as one text. A command abandoned without parse() stays in front of the next.
+///
+/// Threads: one at a time. That holds for the subclasses as well; parseOffline() is called on the writing thread.
 class CommandTextBuffer : public CommandBuffer {
     TextBuffer text;
 

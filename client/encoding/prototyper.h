@@ -19,6 +19,9 @@ class Protos : public ProtoBase {};
 ///
 /// The address that typed functions take is not the object's own; protos() gives it:
 /// `fg2_gradients(prototyper.protos(), 0.5, 2)`.
+///
+/// Threads: one at a time, together with every symbol on its buffer. Give each thread a prototyper of its own; on one
+/// instance they take turns, on different instances they may overlap.
 class Prototyper : public Protos {
 public:
     bool ownsBuffer = true;  ///< whether the buffer is deleted with the prototyper
@@ -37,7 +40,7 @@ public:
     Protos* protos() { return this; }
 };
 
-/// Writes binary blocks to an instance, and can send ready-made text to it.
+/// Writes binary blocks to an instance, and can send ready-made text to it. Threads: as every prototyper.
 class DirectPrototyper : public Prototyper {
 public:
     explicit DirectPrototyper(Instance* instance);

@@ -11,6 +11,9 @@ namespace Zant {
 ///
 /// The engine owns them and writes their addresses into the Library record. Slots are numbered by their place from 0;
 /// the client calls the named slots only, the others keep their place.
+///
+/// Threads: the tables do not change while the engine is loaded. Which slots may be called at the same time is the
+/// engine's contract; the classes that call them say what they rely on.
 
 using UnusedSlot = void (*)();
 

@@ -3,8 +3,9 @@
 
 #include "client/records/zant_records.h"
 
-/// The event functions that an instance installs by itself. They keep no state, take no lock, and run on whatever
-/// thread the engine raises the event on.
+/// The event functions that an instance installs by itself. They keep no state and take no lock.
+///
+/// Threads: they run on whatever thread the engine raises the event on, on several at once.
 
 /// Turns an event into one call of the listener of the event's instance, and writes the answer into the record.
 /// Kinds above 18 and unknown selectors are ignored. The instance must have a listener.

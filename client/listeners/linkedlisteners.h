@@ -5,8 +5,9 @@
 
 namespace Zant {
 
-/// The ready-made listeners. They take no lock: activation comes from the host's thread, everything else from the
-/// engine's threads.
+/// The ready-made listeners.
+///
+/// Threads: they take no lock. Activation comes from the host's thread, everything else from the engine's threads.
 
 /// Knows the instance that it is active on, and the engine's event strings (informations 100 to 102 of the engine).
 class InstanceLinkedListener : public EventListener {
@@ -24,7 +25,7 @@ public:
 };
 
 /// Receives the text of one stream. Its owner is the DispatchLinkedListener that created it.
-/// It is called on the engine's threads, for its own stream only.
+/// Threads: it is called on the engine's threads, for its own stream only.
 class TextListener {
 public:
     /// Text to be written to the current line.

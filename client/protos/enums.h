@@ -9,6 +9,8 @@
 /// command: each table says which keywords it follows (arguments between them left out).
 ///
 /// The tables are constant data that live as long as the process; keywordTables() in forms.h lists them all.
+///
+/// Threads: read them on any thread.
 namespace Zant::Enums {
 
 // Internal to whatever the library is linked into, so that the typed functions load a word in one instruction.

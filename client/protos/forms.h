@@ -10,6 +10,8 @@ namespace Zant {
 ///
 /// A form is the sequence of keywords and arguments behind the command word. The functions with narrow and with wide
 /// strings share one form. The tables are generated from the catalogue and live as long as the process.
+///
+/// Threads: read them on any thread, at any time.
 
 /// What one place of a form takes.
 enum class ArgumentKind : uint8_t {

@@ -2,6 +2,8 @@
  *
  * Plain C99, usable from C and C++ alike. All records are little-endian with pointers of 8 bytes; each layout is
  * asserted once, right beside its definition. Angles are in radians.
+ *
+ * Threads: plain records; several threads may read one, or one thread at a time changes it.
  */
 #ifndef ZANT_RECORDS_H
 #define ZANT_RECORDS_H

@@ -11,6 +11,9 @@ namespace Zant {
 /// Colours are red, green, blue and alpha, from 0 to 1, in that order. Bytes hold a component clamped to that range,
 /// multiplied by 255 and cut; a NaN is stored as 0. Gray formats store the mean of red, green and blue. Nothing checks
 /// coordinates, memory or format. Formats without pixel access read as no values and are never written.
+///
+/// Threads: any number, as long as each byte of pixel memory is touched by one of them (eight pixels of a bit plane
+/// share one) and the engine does not change the bitmap meanwhile.
 class Bitmap : public ZantBitmapCore {
 public:
     /// No pixel memory.

@@ -10,6 +10,8 @@ namespace Zant {
 ///
 /// The link shows the pixel memory as it was when it was last refreshed: after a command that resizes or loads the
 /// bitmap, call refreshDirectLink(). Sizes are in pixels.
+///
+/// Threads: as its command buffer, one at a time; for the linked pixels see Bitmap.
 class BitmapSymbol : public Symbol {
 public:
     Bitmap bitmap;  ///< the link; its data is null while there is none

@@ -9,6 +9,8 @@ namespace Zant {
 class VertexMapSymbol;
 
 /// A mesh of the engine. Its points come from a vertex map, its polygons from commands.
+///
+/// Threads: as its command buffer, one at a time.
 class MeshSymbol : public Symbol {
 public:
     using Symbol::Symbol;

@@ -33,6 +33,8 @@ struct DynamicBuffer {
 /// read and written directly. The destructor sends the command that deletes the object.
 ///
 /// With a buffer that has no instance nothing is linked: direct reads fail, direct writes answer 0.
+///
+/// Threads: as its command buffer, one at a time. That holds for every kind of symbol.
 class Symbol : public ZantSymbolCore {
 public:
     /// Called at the end of every registration. Does nothing.

@@ -14,6 +14,8 @@ namespace Zant {
 /// registerSymbol() sends the command that defines the object, then links it. directSet() writes the value past the
 /// command language and passes the engine's answer on (0 without an instance). directGet() reads it; when the object
 /// holds a value of another kind it reports error 2 to the buffer, sets the failure value and returns false.
+///
+/// Threads: as the command buffer of each, one at a time.
 
 /// A number, command "var". Failure value: 0.
 class DoubleSymbol : public Symbol {

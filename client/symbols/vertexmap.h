@@ -14,6 +14,9 @@ namespace Zant {
 ///
 /// A row (vertex) holds samples, a sample holds as many components as the map has dimensions. The engine keeps floats
 /// or doubles; values are converted on the way. Nothing checks the link or the indices.
+///
+/// Threads: any number, as long as each value is touched by one of them and the engine does not change the map
+/// meanwhile.
 class VertexMapInfo {
 public:
     ZantVertexMapRecord* record = nullptr;  ///< the engine's; null while not linked
@@ -96,6 +99,8 @@ private:
 };
 
 /// A vertex map of the engine, filled by command or through direct().
+///
+/// Threads: as its command buffer, one at a time; for the linked rows see VertexMapInfo.
 class VertexMapSymbol : public Symbol {
 public:
     VertexMapInfo info;  ///< the link

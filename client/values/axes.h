@@ -10,6 +10,8 @@ class CoordSys;
 /// Heading, pitch and bank in radians, and a scale per axis (command text shows degrees).
 ///
 /// Always in the angles-and-scale form. Copying takes the six values and leaves the rest of the target as it was.
+///
+/// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 class AxesHpb : public ZantAxesCore {
 public:
     /// Angles 0, scales 1.
@@ -41,6 +43,8 @@ static_assert(sizeof(AxesHpb) == 80, "the stride of axes in lists");
 ///
 /// The form is visible to the engine and kept by every operation as stated there. Copying takes `rows` and the rows in
 /// use, and leaves the rows beyond as they were in the target. Comparisons are exact.
+///
+/// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 class Axes : public ZantAxesCore {
 public:
     /// The eye.

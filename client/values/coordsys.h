@@ -8,6 +8,8 @@ namespace Zant {
 /// A position and an orientation: a point p of the system lies at p * axes + position outside of it.
 ///
 /// Copying takes the position and, of the axes, the form and the rows in use. Comparisons are exact.
+///
+/// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 class CoordSys : public ZantCoordSysCore {
 public:
     /// At the origin with the eye.

@@ -13,6 +13,8 @@ class AxesHpb;
 /// Vectors are row vectors: a point p is transformed as p * M, so that the rows of a rotation are the images of the
 /// axes, and in a product the left matrix acts first. Angles are in radians. Every sum keeps its order and every
 /// operation is rounded, so that results are the same on every processor and under every compiler flag of a host.
+///
+/// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 template <int Dimension>
 class MatrixTemplate {
 public:

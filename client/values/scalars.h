@@ -4,6 +4,8 @@
 namespace Zant {
 
 /// One number: the item of number lists and the value of number symbols.
+///
+/// Threads: plain records; several threads may read one, or one thread at a time changes it.
 struct Double {
     double value = 0.0;
 

@@ -18,6 +18,8 @@ class Symbol;
 ///
 /// Whole arrays and std::vectors convert to a list of their items, so that they can be passed as they are. A class
 /// derived from the item type does not convert, even where its pointer would: it may have another size.
+///
+/// Threads: a plain record, used on the thread of the buffer that it is passed to; its items do not change meanwhile.
 template <typename T>
 class VarLenTemplate {
     template <typename Item>

@@ -12,6 +12,8 @@ namespace Zant {
 ///
 /// Comparisons and counts are exact. The arithmetic lives in the source file, so that a host's compiler flags cannot
 /// change its rounding.
+///
+/// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 class Vector : public ZantVectorCore {
 public:
     /// The origin: (0, 0, 0) with count 3.

@@ -26,7 +26,7 @@ class VertexMapSymbol;
 /// it is reported by the buffer. It checks nothing, and sends its arguments in the order of the parameters.
 ///
 /// - `protos` is the address of a prototyper's Protos part (Prototyper::protos()), not the prototyper's own. It points
-///   at the word that holds the buffer's address; one thread at a time uses a buffer.
+///   at the word that holds the buffer's address.
 /// - A name is the command word, the number of parameters behind `protos`, "u" where strings are wide, and the keywords.
 /// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
 /// - Every number reaches the engine as a double; above 2^53 an unsigned long is rounded to the nearest one.
@@ -34,6 +34,8 @@ class VertexMapSymbol;
 /// Above each function stands its form as it is sent: keywords, and a letter for each argument. d double, i int, b bool,
 /// u unsigned long, s string; V vector, A axes, C coordinate system; S symbol, N declared symbol, B bitmap, M mesh,
 /// X vertex map; Ld, LV, LC and LS lists.
+///
+/// Threads: one at a time for each prototyper; different ones at the same time.
 )";
 
 void writeCommand(const CheckedCommand& command, std::string& text) {
