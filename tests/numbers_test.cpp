@@ -16,6 +16,7 @@
 #include "tests/early_numbers.h"
 #include "tests/number_cases.h"
 #include "tests/number_oracle.h"
+#include "tests/numbercheck.h"
 
 using namespace Zant;
 
@@ -430,4 +431,24 @@ TEST(Helpers, MoveMemoryAsDefined) {
         EXPECT_EQ(std::string(area, 32), std::string(source, size) + std::string(32 - size, '-'));
         EXPECT_EQ(std::string(words, 32), std::string(source, size & ~7u) + std::string(32 - (size & ~7u), '-'));
     }
+}
+
+// What the fuzzer looks at as well; what it has found is a row here.
+TEST(HostileInput, IsReadAndWrittenAsDefined) {
+    const char* const texts[] = {"",    "-",      "--1",         "+1",           "1..2e5e6", ".e-", "e5",  "1e-",
+                                 "-.5", "12.5e2", "1e999999999", "1e-999999999", "\x80\xFF", "zZ9", "0x1f"};
+    for (const char* text : texts)
+        EXPECT_EQ(checkReading(text), "");
+    EXPECT_EQ(checkReading(std::string(5000, '9') + "." + std::string(5000, '9')), "");
+    std::mt19937_64 engine(7);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (size_t length = engine() % 24; length > 0; --length)
+            text += "0123456789.-+eEfFzZ \x80"[engine() % 21];
+        ASSERT_EQ(checkReading(text), "");
+    }
+    EXPECT_EQ(checkWriting(3506545.9999999995, 8 + 13 * 5 + 104), "") << "a unit low in the last written place";
+    NumberCases cases(8);
+    for (unsigned i = 0; i < 20000; ++i)
+        ASSERT_EQ(checkWriting(cases.next(), i), "");
 }
