@@ -86,6 +86,48 @@ TEST(Program, ExitCodesAndMessages) {
     }
 }
 
+TEST(Program, SurvivesFilesOfEveryKind) {
+    const std::string empty = temporary("zant_empty.zant"), zeros = temporary("zant_zeros.zant"),
+                      oneLine = temporary("zant_long.zant"), brokenText = temporary("zant_utf8.zant"),
+                      unended = temporary("zant_unended.zant"), folder = temporary("zant_folder.zant"),
+                      marked = temporary("zant_marked.zant");
+    std::ofstream(empty).close();
+    std::ofstream(zeros) << std::string(5000, '\0');
+    std::ofstream(oneLine) << "echo \"" << std::string(3000000, 'x') << "\";" << std::string(1000000, ' ') << "about;";
+    std::ofstream(brokenText) << "echo \"\xFF\xC3(\xED\xA0\x80\xF8\";\nechø;\n";
+    std::ofstream(unended) << "echo \"never closed;\nabout;\n";
+    std::ofstream(marked) << "\xEF\xBB\xBF"
+                             "about;\n";
+    fs::create_directory(folder);
+    const struct {
+        std::string file;
+        int code;           // of check; no other command may crash
+        const char* shown;  // by check
+    } rows[] = {
+        {empty, 0, ""},
+        {zeros, 1, "byte 0: no block begins here"},
+        {oneLine, 0, ""},
+        {brokenText, 1, ":2:1:"},
+        {unended, 1, ":1:6:"},
+        {marked, 0, ""},
+        {folder, 1, "is a directory"},
+        {folder + "/none/\xC3\x28", 1, "No such file"},
+        {std::string(5000, 'n'), 1, "File name too long"},
+        {"", 1, "No such file"},
+    };
+    for (const auto& row : rows) {
+        const std::string name = row.file.substr(0, 60);
+        const Outcome check = zant("check '" + row.file + "'");
+        EXPECT_EQ(check.code, row.code) << name << "\n" << check.output.substr(0, 500);
+        EXPECT_NE(check.output.find(row.shown), std::string::npos) << name << "\n" << check.output.substr(0, 500);
+        for (const char* command : {"run ", "decode ", "convert --to text ", "convert --to binary ", "report "}) {
+            const Outcome other = zant(command + ("'" + row.file + "'"));
+            EXPECT_TRUE(other.code >= 0 && other.code <= 2) << command << name << ": " << other.code << "\n"
+                                                            << other.output.substr(0, 500);
+        }
+    }
+}
+
 TEST(Program, RunsCommandFilesAndReadsValuesBack) {
     const Outcome result = zant("run --value exposure --value title --value origin --value nothing " + examples +
                                 "room.zant " + examples + "turntable.zant");
