@@ -1,5 +1,6 @@
 # cmake -DNM=... -DREADELF=... -DLIBRARY=libzant.so -DSANITIZED=... -P exported_symbols.cmake
-# Fails unless the shared library exports exactly the sixteen C functions and needs only the run-time libraries.
+# Fails unless the shared library exports exactly the sixteen C functions, has the version name that hosts are linked
+# to, and needs only the run-time libraries.
 execute_process(COMMAND ${NM} -D --defined-only --format=just-symbols ${LIBRARY}
     OUTPUT_VARIABLE exported OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX REPLACE "\n" ";" exported "${exported}")
@@ -15,6 +16,10 @@ if(NOT exported STREQUAL expected)
 endif()
 
 execute_process(COMMAND ${READELF} -d ${LIBRARY} OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
+# docs/versions.md says when this name changes; then, and only then, it changes here.
+if(NOT dynamic MATCHES "soname: \\[libzant\\.so\\.3\\]")
+    message(FATAL_ERROR "the version name is not libzant.so.3 in:\n${dynamic}")
+endif()
 string(REGEX MATCHALL "\\(NEEDED\\)[^\n]*" needed "${dynamic}")
 list(LENGTH needed count)
 if(count EQUAL 0)
