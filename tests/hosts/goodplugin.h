@@ -1,18 +1,30 @@
 #ifndef ZANT_TESTS_HOSTS_GOODPLUGIN_H
 #define ZANT_TESTS_HOSTS_GOODPLUGIN_H
 
-// A plug-in that keeps the contract. Each one that includes this says its NUMBER, which its commands carry.
+// A plug-in that keeps the contract. Each one that includes this says its NUMBER, which its commands carry, and whether
+// it LOADS_WITH_ITS_FIRST_INSTANCE or explicitly.
 
 #include "client/host.h"
 #include "client/zant.h"
 
 namespace {
 
+#ifdef LOADS_WITH_ITS_FIRST_INSTANCE
+struct Plugin {
+    explicit Plugin(const char* engineDirectory) {
+        Zant::Library& library = *Zant::getLibrary(nullptr);
+        library.setLibraryDir(engineDirectory);
+        instance.reset(library.createInstance());
+    }
+    Zant::UniqueInstance instance;
+};
+#else
 struct Plugin {
     explicit Plugin(const char* engineDirectory) : session(engineDirectory), instance(session.createInstance()) {}
     Zant::Session session;
     Zant::UniqueInstance instance;
 };
+#endif
 
 Plugin* plugin = nullptr;
 
