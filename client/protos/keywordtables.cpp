@@ -1,6 +1,6 @@
 #include <iterator>
 
-#include "client/protos/enums.h"
+#include "client/keywords/enums.h"
 #include "client/protos/forms.h"
 
 namespace Zant {

@@ -1,7 +1,7 @@
 #include "client/symbols/mesh.h"
 
 #include "client/commands/commandbuffer.h"
-#include "client/protos/enums.h"
+#include "client/keywords/enums.h"
 #include "client/symbols/vertexmap.h"
 
 namespace Zant {

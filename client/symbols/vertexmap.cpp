@@ -2,7 +2,7 @@
 
 #include "client/commands/commandbuffer.h"
 #include "client/engine/instance.h"
-#include "client/protos/enums.h"
+#include "client/keywords/enums.h"
 
 namespace Zant {
 

@@ -8,7 +8,7 @@ const char* const opening = R"(// Made from client/protos/catalogue by the build
 #include "client/protos/protos.h"
 
 #include "client/commands/commandbuffer.h"
-#include "client/protos/enums.h"
+#include "client/keywords/enums.h"
 #include "client/symbols/bitmapsymbol.h"
 #include "client/symbols/mesh.h"
 #include "client/symbols/symbol.h"

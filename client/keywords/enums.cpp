@@ -1,4 +1,4 @@
-#include "client/protos/enums.h"
+#include "client/keywords/enums.h"
 
 // Each keyword stands behind its number; the numbers are those that the engine knows, so none may ever move.
 // clang-format off
