@@ -17,6 +17,9 @@
 
 #include "loopbackhost.h"
 
+// The leak checker's, where the build has one.
+extern "C" __attribute__((weak)) void __lsan_disable();
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -36,6 +39,12 @@ const std::string engineFolder = ZANT_LOOPBACK_DIR;
 
 void demand(bool condition, const std::string& text) {
     if (!condition) fail(text);
+}
+
+/// For hosts whose end leaves memory behind that is not the client's: plug-ins that are never told to stop, and the
+/// C library's own list of locale folders.
+void acceptLeaks() {
+    if (__lsan_disable) __lsan_disable();
 }
 
 /// A module that the host has opened.
@@ -167,6 +176,7 @@ TEST(Hosts, LeaveInEveryOrderAtTheEndOfTheProcess) {
     int ends = 0;
     for (int bits = 0; bits < 64; bits += 3, ++ends)
         expectHost("end", one + two + shared, [bits] {
+            if ((bits & 3) != 3) acceptLeaks();
             const Plugin first("plugin_one"), second("plugin_two");
             Shared third(RTLD_LOCAL);
             first.start(), second.start(), third.start();
@@ -202,6 +212,7 @@ TEST(Hosts, WorkAnywhereWithAnyFolderName) {
 TEST(Hosts, MayUseADecimalComma) {
     if (!fs::exists(pluginFolder + "locales/de_DE.UTF-8/LC_NUMERIC")) GTEST_SKIP() << "no localedef here";
     expectHost("comma", one + shared, [] {
+        acceptLeaks();
         setenv("LOCPATH", (pluginFolder + "locales").c_str(), 1);
         std::locale::global(std::locale("de_DE.UTF-8"));
         demand(std::localeconv()->decimal_point[0] == ',', "no decimal comma");
