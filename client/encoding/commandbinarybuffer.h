@@ -52,7 +52,7 @@ private:
     char* position = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
     char* lastPlace = nullptr;  ///< up to here there is room for any item of a fixed size
 
-    void grow(size_t words);
+    [[gnu::noinline, gnu::cold]] void grow(size_t words);  // inlined, it would cost every item a stack frame
     /// @return where the words start
     char* take(size_t words);
     char* takeGrowing(size_t words);
