@@ -8,7 +8,8 @@
 /// engine exactly as they stand. A number means something only together with its table, that is, with its place in the
 /// command: each table says which keywords it follows (arguments between them left out).
 ///
-/// The tables are constant data that live as long as the process; keywordTables() in client/protos/forms.h lists them all.
+/// The tables are constant data that live as long as the process; keywordTables() in client/protos/forms.h lists them
+/// all.
 ///
 /// Threads: read them on any thread.
 namespace Zant::Enums {
