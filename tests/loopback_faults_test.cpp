@@ -8,17 +8,18 @@
 
 #include "client/zant.h"
 #include "loopbackhost.h"
+#include "testkit/commandlog.h"
 
 namespace Zant::Tests {
 namespace {
 
-Environment fault(const std::string& list) {
-    return Environment{{"ZANT_LOOPBACK_FAULT", list}};
-}
+using Testkit::CommandLog;
+using Testkit::ContractWatch;
+using Testkit::LoopbackFault;
 
 TEST(LoopbackFaults, KeepTheEngineFromLoading) {
     for (const char* list : {"init-refused", "version-0", " version-0 , init-refused "}) {
-        const Environment environment = fault(list);
+        const LoopbackFault fault(list);
         Library library(ZANT_LOOPBACK_DIR);
         EXPECT_FALSE(library.load(nullptr)) << list;
         EXPECT_STRNE(library.getLoadError(), "");
@@ -31,7 +32,7 @@ TEST(LoopbackFaults, KeepTheEngineFromLoading) {
 }
 
 TEST(LoopbackFaults, RefuseInstances) {
-    const Environment environment = fault("null-instance,events-at-creation,events-at-destruction");
+    const LoopbackFault fault("null-instance,events-at-creation,events-at-destruction");
     Host host;
     EXPECT_EQ(host.instance, nullptr);
     EXPECT_EQ(host.text.take(), "");
@@ -39,7 +40,7 @@ TEST(LoopbackFaults, RefuseInstances) {
 }
 
 TEST(LoopbackFaults, RaiseEventsAtBothEndsOfAnInstance) {
-    const Environment environment = fault("events-at-creation,events-at-destruction");
+    const LoopbackFault fault("events-at-creation,events-at-destruction");
     Host host;
     EXPECT_EQ(host.text.take(), "the instance is being created\n");
     host.library.releaseInstance(host.instance);
@@ -54,7 +55,7 @@ TEST(LoopbackFaults, RaiseEventsAtBothEndsOfAnInstance) {
 }
 
 TEST(LoopbackFaults, FailOneCommand) {
-    const Environment environment = fault("fail-command=3");
+    const LoopbackFault fault("fail-command=3");
     Host host;
     CommandTextBuffer buffer(host.instance);
     int codes[5];
@@ -66,7 +67,7 @@ TEST(LoopbackFaults, FailOneCommand) {
 }
 
 TEST(LoopbackFaults, SlowDownCommands) {
-    const Environment environment = fault("slow-command=30");
+    const LoopbackFault fault("slow-command=30");
     Host host;
     const auto begin = std::chrono::steady_clock::now();
     host.parse("var x,1;");
@@ -81,7 +82,7 @@ public:
 
 TEST(LoopbackFaults, RaiseEventsFromAnotherThread) {
     for (const char* list : {"", "foreign-event"}) {
-        const Environment environment = fault(list);
+        const LoopbackFault fault(list);
         ThreadListener listener;
         Library library(ZANT_LOOPBACK_DIR);
         library.createInstanceWithListner(&listener)->parse("echo \"x\";", nullptr, ParseText);
@@ -92,7 +93,7 @@ TEST(LoopbackFaults, RaiseEventsFromAnotherThread) {
 
 TEST(LoopbackFaults, HideObjectsAndValuesAndPixels) {
     {
-        const Environment environment = fault("lookup-nothing");
+        const LoopbackFault fault("lookup-nothing");
         Host host;
         CommandTextBuffer buffer(host.instance);
         DoubleSymbol number(buffer, "x");
@@ -101,7 +102,7 @@ TEST(LoopbackFaults, HideObjectsAndValuesAndPixels) {
         EXPECT_FALSE(number.isRegistered());
     }
     {
-        const Environment environment = fault("wrong-type");
+        const LoopbackFault fault("wrong-type");
         Host host;
         CommandTextBuffer buffer(host.instance);
         DoubleSymbol number(buffer, "x");
@@ -116,7 +117,7 @@ TEST(LoopbackFaults, HideObjectsAndValuesAndPixels) {
         EXPECT_FALSE(string.directGet(text));
         buffer.error(0);
     }
-    const Environment environment = fault("bitmap-without-memory");
+    const LoopbackFault fault("bitmap-without-memory");
     Host host;
     CommandTextBuffer buffer(host.instance);
     const BitmapSymbol bitmap(buffer, 4, 4, PixelCharRgba);
@@ -125,7 +126,7 @@ TEST(LoopbackFaults, HideObjectsAndValuesAndPixels) {
 }
 
 TEST(LoopbackFaults, OfAnUnknownNameAreSaid) {
-    const Environment environment = fault("null-instanze,fail-command=0,fail-command=x,slow-command");
+    const LoopbackFault fault("null-instanze,fail-command=0,fail-command=x,slow-command");
     testing::internal::CaptureStderr();
     const Host host;
     const std::string text = testing::internal::GetCapturedStderr();
@@ -207,10 +208,8 @@ TEST(LoopbackWatch, NotesMutexesInTheWrongHands) {
 // ---- hosts ---------------------------------------------------------------------------------------------------------
 
 TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
-    const TemporaryFile watch;
-    const TemporaryFile transcript;
-    const Environment environment{{"ZANT_LOOPBACK_WATCH", watch.name()},
-                                  {"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}};
+    const ContractWatch watch;
+    const CommandLog log(ZANT_LOOPBACK_DIR);
     Host first;
     Mutex mutex;
     mutex.init(first.library.vtables.mt);
@@ -230,8 +229,10 @@ TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
         first.library.releaseInstance(first.instance);
         EXPECT_EQ(third.parse("var x,3;"), 0) << "the older host has gone first";
     }
-    EXPECT_EQ(watch.content(), "");
-    EXPECT_EQ(transcript.content(), "var x,1;\nvar x,2;\nvar x,3;\n");
+    const auto seen = watch.check();
+    EXPECT_TRUE(seen) << seen.message();
+    const auto sent = log.check("var x,1; \n var x,2; \n var x,3;");
+    EXPECT_TRUE(sent) << sent.message();
 }
 
 }  // namespace
