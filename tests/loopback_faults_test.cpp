@@ -231,7 +231,7 @@ TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
     }
     const auto seen = watch.check();
     EXPECT_TRUE(seen) << seen.message();
-    const auto sent = log.check("var x,1; \n var x,2; \n var x,3;");
+    const auto sent = log.check("var x,1;\nvar x,2;\nvar x,3;");
     EXPECT_TRUE(sent) << sent.message();
 }
 
