@@ -128,8 +128,7 @@ size_t failEachAllocation(const char* what, const std::function<void()>& operati
         what, make, [&](int&) { operation(); }, [](int&) { return std::string(); });
 }
 
-// ---- library and instances
-// -------------------------------------------------------------------------------------------
+// ---- library and instances ------------------------------------------------------------------------------------------
 
 /// Everything about a library that a host can see.
 std::string lookAtLibrary(const Library& library) {

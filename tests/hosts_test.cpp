@@ -29,8 +29,7 @@ using Zant::Tests::TemporaryFile;
 const std::string pluginFolder = ZANT_TEST_PLUGINS;
 const std::string engineFolder = ZANT_LOOPBACK_DIR;
 
-// ---- inside of a host
-// ------------------------------------------------------------------------------------------------
+// ---- inside of a host -----------------------------------------------------------------------------------------------
 
 [[noreturn]] void fail(const std::string& text) {
     std::fprintf(stderr, "in the host: %s\n", text.c_str());
@@ -108,8 +107,7 @@ const std::string one = "fg gradients,0.5,1;\nfg gradients,0.25,1;\n";
 const std::string two = "fg gradients,0.5,2;\nfg gradients,0.25,2;\n";
 const std::string shared = "fg render;\n";
 
-// ---- around it
-// -------------------------------------------------------------------------------------------------------
+// ---- around it ------------------------------------------------------------------------------------------------------
 
 struct Seen {
     std::string commands;
@@ -233,8 +231,7 @@ TEST(Hosts, SeeAMistakeOfTheirPlugins) {
     EXPECT_EQ(seen.complaints, "parse: the parser context is no longer alive\n");
 }
 
-// ---- rehearsals
-// ------------------------------------------------------------------------------------------------------
+// ---- rehearsals -----------------------------------------------------------------------------------------------------
 
 struct Rehearsed {
     int code;
