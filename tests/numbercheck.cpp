@@ -94,9 +94,12 @@ std::string checkWriting(double number, unsigned choice) {
     if (*p != 0) return quoted(text) + " is not read to its end";
     const double magnitude = std::fabs(number);
     if (!(magnitude > 1e-290 && magnitude < 1e290)) return {};
-    // Eight decimals, of the number or of its mantissa; the last one that is written may be a unit low.
+    // Eight decimals, of the number or of its mantissa. The last one that is written may be a unit low; and where a
+    // digit was rounded up by its product, nines and zeros may follow it: 419423999.49999994 reads "4.194249e8".
     const char* const point = std::strchr(text, '.');
-    const size_t written = point ? std::strspn(point + 1, "0123456789") : 0;
+    size_t written = point ? std::strspn(point + 1, "0123456789") : 0;
+    while (written > 0 && (point[written] == '9' || point[written] == '0'))
+        --written;
     const double scale = std::strchr(text, 'e') ? magnitude : 1;
     const double tolerance = (std::pow(10.0, -static_cast<double>(written)) + 1.1e-8) * scale + 1e-12 * magnitude;
     return std::fabs(back - number) <= tolerance ? "" : quoted(text) + " is not the text of its number";

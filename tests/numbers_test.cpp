@@ -448,6 +448,7 @@ TEST(HostileInput, IsReadAndWrittenAsDefined) {
         ASSERT_EQ(checkReading(text), "");
     }
     EXPECT_EQ(checkWriting(3506545.9999999995, 8 + 13 * 5 + 104), "") << "a unit low in the last written place";
+    EXPECT_EQ(checkWriting(419423999.49999994, 8), "") << "a nine left behind a digit that was rounded up";
     NumberCases cases(8);
     for (unsigned i = 0; i < 20000; ++i)
         ASSERT_EQ(checkWriting(cases.next(), i), "");
