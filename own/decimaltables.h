@@ -1,13 +1,16 @@
 #ifndef ZANT_OWN_DECIMALTABLES_H
 #define ZANT_OWN_DECIMALTABLES_H
 
-#include <atomic>
 #include <cstdint>
 
 namespace Zant {
 
-/// What the number text needs of `pow` and `log`, looked up instead of computed: every entry is the result of the
-/// platform's function, not of a literal, because the two may differ in the last bit.
+/// What the number text needs of `pow` and `log`, as constants: the results that the functions of the reference
+/// platform (Linux on x86-64, rounding to nearest) give. They are not those of decimal literals, which may differ in
+/// the last bit, and not those of the platform that the library runs on: number text has the same bytes everywhere,
+/// whatever the host's rounding mode, traps and flags are.
+///
+/// Threads: read them on any thread, also before main.
 class DecimalTables {
 public:
     static constexpr int lowestPower = -324;  ///< pow(10, k) is 0 from here down,
@@ -16,19 +19,10 @@ public:
     static constexpr int mostDecimals = 8;
     static constexpr int mostWholeDigits = 8;
 
-    /// The tables, filled on first use: from any thread, also before main.
-    static const DecimalTables& get() {
-        const DecimalTables* tables = getIfFilled();
-        return tables ? *tables : fill();
-    }
-
-    /// The tables, or null before the first use.
-    static const DecimalTables* getIfFilled() { return filled_.load(std::memory_order_acquire); }
+    static const DecimalTables& get() { return tables_; }
 
     /// pow(10.0, k) for every int k.
-    double power(int k) const {
-        return powers_[(k < lowestPower ? lowestPower : k > highestPower ? highestPower : k) - lowestPower];
-    }
+    double power(int k) const { return powers()[k < lowestPower ? lowestPower : k > highestPower ? highestPower : k]; }
 
     /// pow(10.0, k) at p[k], for k from lowestPower to highestPower.
     const double* powers() const { return powers_ - lowestPower; }
@@ -36,9 +30,12 @@ public:
     /// 5.0 * pow(10.0, -(decimals + 1)): half of the last decimal, up to mostDecimals.
     double half(int decimals) const { return halves_[decimals]; }
 
-    /// The smallest number whose decimal exponent, taken from the logarithm, is k; up to largestExponent + 1 either
-    /// way.
-    double reach(int k) const { return reaches_[k + largestExponent + 1]; }
+    /// The smallest number whose decimal exponent, taken from the logarithm, is k; from lowestPower to highestPower,
+    /// which no finite number reaches.
+    double reach(int k) const { return reaches_[k - lowestPower]; }
+
+    /// The decimal exponent of a positive finite number.
+    int exponent(double a) const;
 
     /// The smallest number that is written with more than `count` digits before the point, up to mostWholeDigits.
     double moreDigits(int count) const { return moreDigits_[count]; }
@@ -53,19 +50,17 @@ public:
     uint64_t exponentText(int exponent) const { return exponentTexts_[exponent + largestExponent]; }
 
 private:
-    DecimalTables();
+    constexpr DecimalTables();
 
-    static const DecimalTables& fill();
+    static const DecimalTables tables_;
 
-    static std::atomic<const DecimalTables*> filled_;
-
-    double powers_[highestPower - lowestPower + 1];
-    double halves_[mostDecimals + 1];
-    double reaches_[2 * largestExponent + 3];
-    double moreDigits_[mostWholeDigits + 1];
-    uint32_t threeDigits_[1000];
-    unsigned char digitCounts_[1000];
-    uint64_t exponentTexts_[2 * largestExponent + 1];
+    double powers_[highestPower - lowestPower + 1] = {};
+    double halves_[mostDecimals + 1] = {};
+    double reaches_[highestPower - lowestPower + 1] = {};
+    double moreDigits_[mostWholeDigits + 1] = {};
+    uint32_t threeDigits_[1000] = {};
+    unsigned char digitCounts_[1000] = {};
+    uint64_t exponentTexts_[2 * largestExponent + 1] = {};
 };
 
 }  // namespace Zant

@@ -7,7 +7,8 @@
 //   decimal, the rounded product a * 10^k may fall just short of the integer that n implies at that place; then the
 //   digit is one lower (9 in place of 0). So these places are looked at.
 // - Rounding shortens the text only where the last decimal is 9, or where a 0 has become a 9 as above.
-// What is left (a within rounding errors of an integer that it is not, huge and tiny numbers) has no quick way.
+// What is left (a within rounding errors of an integer that it is not, huge and tiny numbers) has no quick way. Nor
+// have products at an integer where the host rounds otherwise than to nearest.
 #include "own/numbertext.h"
 
 #include <cmath>
@@ -32,8 +33,8 @@ constexpr double errorPart = 1.0 / (1LL << 51);
 constexpr double largestProduct = 1LL << 48;
 // Numbers below have at most eight digits before the point, also when they are rounded up.
 constexpr int wholeLimit = 99999999;
-// Integers up to here have been compared with the definition, every one of them.
-constexpr double largestInteger = 1000000.0;
+// Integers up to here have been compared with the definition, every one of them, in every rounding mode.
+constexpr double largestInteger = 999999.0;
 
 // ---- Eight digits in one word, the first digit in the lowest byte ---------------------------------------------------
 
@@ -85,6 +86,12 @@ bool isShort(double a) {
     return (bits & 0x7FFFF) == 0;
 }
 
+// Whether sums are rounded to nearest; a is not zero. The host may have set another mode.
+bool isRoundedToNearest(double a) {
+    const double tiny = a * 0x1p-60;
+    return a + tiny == a - tiny;
+}
+
 // Finds the digits of numbers that are not negative, for one count of decimals (an int, or a constant).
 template <class Count>
 class QuickDigits {
@@ -132,6 +139,7 @@ private:
     }
 
     bool findAtInteger(double a, const Product& product) {
+        if (!isRoundedToNearest(a)) return false;
         const uint64_t place = lastShortPlace(a);
         if (!split(a, product.nearest())) return false;
         // Computed rather than branched, as both come often. Behind the last nonzero digit: a 9 has come up, and
@@ -145,13 +153,13 @@ private:
 
     // Takes the rounded number if that ends earlier: the last decimal of a is 9. `floor` is that of its product.
     bool round(double a, int64_t floor) {
-        const double rounded = a + tables_.half(count_);
+        const double rounded = a + 5.0 * tables_.powers()[-1 - count_];
         const Product product(rounded, tables_.power(count_));
         if (product.floor == floor) return true;
         if (product.floor != floor + 1) return false;
         const bool hasDecimals = split(rounded, product.floor);
         if (product.isClear()) return true;
-        return hasDecimals && lastShortPlace(rounded) <= decimals >> 8;
+        return hasDecimals && isRoundedToNearest(a) && lastShortPlace(rounded) <= decimals >> 8;
     }
 
     const DecimalTables& tables_;
@@ -238,22 +246,20 @@ size_t writeScientific(double a, char* out, const DecimalTables& tables, Count d
 }  // namespace
 
 size_t quickNumberText(double x, char* out, int decimals, int maxExp) {
-    // The very first number goes the general way, which fills the tables: a call from here would cost every number.
-    const DecimalTables* tables = DecimalTables::getIfFilled();
-    if (!tables || maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals)
-        return 0;
+    const DecimalTables& tables = DecimalTables::get();
+    if (maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals) return 0;
     const double a = std::fabs(x);
     *out = '-';
     const size_t sign = x < 0;
-    if (isSmallInteger(a) && a < tables->reach(maxExp + 1)) {
-        char* const end = writeInteger(a, out + sign, *tables);
+    if (isSmallInteger(a) && a < tables.reach(maxExp + 1)) {
+        char* const end = writeInteger(a, out + sign, tables);
         *end = 0;
         return static_cast<size_t>(end - out);
     }
     const size_t length =
         decimals == mostDecimals
-            ? writeScientific(a, out + sign, *tables, std::integral_constant<int, mostDecimals>(), maxExp)
-            : writeScientific(a, out + sign, *tables, decimals, maxExp);
+            ? writeScientific(a, out + sign, tables, std::integral_constant<int, mostDecimals>(), maxExp)
+            : writeScientific(a, out + sign, tables, decimals, maxExp);
     return length == 0 ? 0 : length + sign;
 }
 

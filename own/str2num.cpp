@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <type_traits>
 
 #include "own/decimaltables.h"
@@ -14,11 +15,17 @@ namespace Zant {
 
 namespace {
 
-constexpr double naturalLogarithmOf10 = 2.302585092994046;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double largest = std::numeric_limits<double>::max();
 constexpr double largestExact = 1LL << 53;
 
 double powerOfTen(int k) {
     return DecimalTables::get().power(k);
+}
+
+// floor(log10(a)); 0, infinity and NaN have none: the most negative int.
+int decimalExponent(double a) {
+    return a > 0.0 && a <= largest ? DecimalTables::get().exponent(a) : INT_MIN;
 }
 
 // What has no int value (NaN, infinity, out of range) gives the most negative int on every processor.
@@ -60,12 +67,29 @@ char* digitsBefore(char* end, size_t v, Radix radix) {
     return end;
 }
 
-// The decimal digit of a at the exponent k: 0 the units, 1 the first decimal, -1 the tens.
+// Whether a * powerOfTen(k) is a finite number, found without forming it: a host may trap the overflow.
+bool isFiniteProduct(double a, int k) {
+    constexpr double scale = 0x1p-600;
+    if (k <= 0) return a <= largest;
+    return k < DecimalTables::highestPower && (a * scale) * (powerOfTen(k) * scale) <= largest * scale * scale;
+}
+
+// The literal formula, on t * 2^-64, which changes no digit and keeps the product with ten from overflowing.
+int digitOfLarge(double t) {
+    t *= 0x1p-64;
+    const signed char digit = static_cast<signed char>(toInt((t - t / 10.0 * 10.0) * 0x1p64 + 0.5));
+    return digit < 0 ? 0 : digit > 9 ? 9 : digit;
+}
+
+// The decimal digit of a, which is not negative, at the exponent k: 0 the units, 1 the first decimal, -1 the tens.
+// An infinite product has the digit 0, and so has a NaN.
 int digitAt(double a, int k) {
+    if (!isFiniteProduct(a, k)) return 0;
     const double product = a * powerOfTen(k);
     // The literal formula gives just this below 2^53, where no quotient is rounded up to an integer.
     if (product >= 0 && product < largestExact) return static_cast<int>(static_cast<uint64_t>(product) % 10);
     const double t = std::floor(product);
+    if (product >= 0x1p64) return digitOfLarge(t);
     const signed char digit = static_cast<signed char>(toInt(t - std::floor(t / 10.0) * 10.0 + 0.5));
     return digit < 0 ? 0 : digit > 9 ? 9 : digit;
 }
@@ -90,6 +114,12 @@ void copyShort(char* to, const char* from, size_t n) {
         std::memcpy(to + n - 2, from + n - 2, 2);
         std::memcpy(to, from, 2);
     }
+}
+
+// The smallest numbers have a power of 0, which nothing is divided by: a host may trap that.
+double mantissaOf(double x, int exponent) {
+    const double power = powerOfTen(exponent);
+    return power == 0.0 ? std::copysign(infinity, x) : x / power;
 }
 
 int lastDecimal(double a, int maxDecimals) {
@@ -131,12 +161,9 @@ void int_2_modulo(int v, char* out, size_t& room, char fill, int radix) {
 }
 
 int double_predot_count(double a) {
-    if (a == 0.0) return 1;
-    const int m = toInt(std::log(a) / naturalLogarithmOf10);
-    // -m - 1, which wraps for the most negative int
-    const int above = wrapToInt(~static_cast<unsigned int>(m));
-    const int count = m + (digitAt(a, above) > 0 ? 2 : 1);
-    return count < 1 ? 1 : count;
+    const int exponent = decimalExponent(a);
+    if (exponent < 0) return 1;
+    return exponent + (digitAt(a, -exponent - 1) > 0 ? 2 : 1);
 }
 
 int _ddigit(double x, int p) {
@@ -166,7 +193,8 @@ void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char f
     const double sign = x < 0 ? -1.0 : 1.0;
     const double a = std::fabs(x);
     if (maxDecimals <= 0) return double_2_decimal(sign * a, out, room, 0, fill);
-    const double rounded = a + 5.0 * powerOfTen(-1 - maxDecimals);
+    // The largest number stays: rounded upwards the sum would overflow.
+    const double rounded = a < largest ? a + 5.0 * powerOfTen(-1 - maxDecimals) : a;
     const int exactLast = lastDecimal(a, maxDecimals);
     const int roundedLast = lastDecimal(rounded, maxDecimals);
     if (exactLast > roundedLast) return double_2_decimal(sign * rounded, out, room, roundedLast, fill);
@@ -181,11 +209,11 @@ void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp) {
         room -= length + 1;
         return;
     }
-    const int exponent = toInt(std::floor(std::log(std::fabs(x)) / naturalLogarithmOf10));
+    const int exponent = decimalExponent(std::fabs(x));
     // The most negative int stays negative here: 0, infinity and NaN have no exponent form.
     const bool scientific = (exponent < 0 ? negateWrapping(exponent) : exponent) > maxExp;
     const size_t before = room;
-    double_2_natural(scientific ? x / powerOfTen(exponent) : x, out, room, decimals, 0);
+    double_2_natural(scientific ? mantissaOf(x, exponent) : x, out, room, decimals, 0);
     if (!scientific || room < 2) return;
     out += before - 1 - room;
     *out++ = 'e';
