@@ -7,6 +7,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "client/engine/instance.h"
@@ -28,6 +29,7 @@ struct State {
     size_t count = 0;
     std::vector<Parsed> parsed;
     int parseResult = 0;
+    std::function<void(const char*, size_t)> onParse;  ///< called once, with what is being parsed
     int infoInt1 = 0;
     std::string lookups;  ///< "name/type/argument" of each lookup, each followed by a space
     void* object = nullptr;
@@ -49,7 +51,9 @@ inline int parse(void* parser, const void* data, const char* source, int mode) {
     if (mode == Zant::ParseBinary) std::memcpy(&length, bytes, sizeof length);
     if (mode != Zant::ParseBinary) length = std::strlen(bytes);
     state.parsed.push_back({std::string(bytes, length), source ? source : "", source != nullptr, mode});
-    return state.parseResult;
+    const int result = state.parseResult;
+    if (const auto hook = std::exchange(state.onParse, nullptr)) hook(bytes, length);
+    return result;
 }
 
 inline void* findObject(void* parser, const char* name, void* registered, int type, const char* argument) {

@@ -52,6 +52,9 @@ TEST_F(Symbols, Names) {
     EXPECT_STREQ(symbol.name, "short");
     symbol.setName(name.substr(0, 127).c_str());
     EXPECT_EQ(symbol.name, name.substr(0, 127));
+    symbol.setName("the tail of its own name");
+    symbol.setName(symbol.name + 4);
+    EXPECT_STREQ(symbol.name, "tail of its own name");
     symbol.generateAutoname();
     char expected[18];
     CommandBuffer::encode(reinterpret_cast<size_t>(&symbol), expected, 16);

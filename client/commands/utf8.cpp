@@ -30,7 +30,9 @@ size_t UTF8Codec::length(unsigned int code) {
 
 void UTF8Codec::encode(unsigned int code, char* out) {
     static constexpr unsigned int marks[] = {0, 0xC0, 0xE0, 0xF0, 0xF8, 0xFC};
-    const size_t following = length(code) - 1;
+    const size_t bytes = length(code);
+    if (bytes == 0) return;
+    const size_t following = bytes - 1;
     *out++ = static_cast<char>(marks[following] | code >> (6 * following));
     for (size_t left = following; left-- > 0;) {
         *out++ = static_cast<char>(0x80 | (code >> (6 * left) & 0x3F));

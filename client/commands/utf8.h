@@ -15,8 +15,7 @@ struct UTF8Codec {
     /// @return the number of bytes of a code value, 1 to 6, or 0 when it is 0x80000000 or above
     static size_t length(unsigned int code);
 
-    /// Writes the bytes of one code value, without terminator.
-    /// @param code below 0x80000000
+    /// Writes the bytes of one code value, without terminator; none for 0x80000000 and above.
     static void encode(unsigned int code, char* out);
 };
 

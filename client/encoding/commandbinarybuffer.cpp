@@ -6,6 +6,7 @@
 
 #include "client/engine/instance.h"
 #include "client/symbols/symbol.h"
+#include "own/lentblock.h"
 
 namespace Zant {
 
@@ -15,6 +16,11 @@ constexpr size_t wordSize = 8;
 /// What the longest item of a fixed size takes: a vector of four.
 constexpr size_t itemWords = 5;
 constexpr size_t itemRoom = itemWords * wordSize;
+/// What the longest command takes that a symbol sends of itself, in a destructor: a keyword, a name of 127 bytes with
+/// its length and its terminator, the end marker. With room for all of it, it fails before its first byte or not at
+/// all.
+constexpr size_t symbolCommandWords = 1 + (1 + sizeof ZantSymbolCore::name / wordSize) + 1;
+constexpr ptrdiff_t symbolCommandRoom = (symbolCommandWords - itemWords) * wordSize;
 constexpr int64_t endMarker = -3;
 constexpr int64_t listMarker = -2;
 
@@ -29,7 +35,7 @@ size_t rowsInUse(const ZantAxesCore& axes) {
 }
 
 void putAxes(char* out, const ZantAxesCore& axes, size_t words) {
-    put(out, int64_t{axes.rows});
+    put(out, int64_t{std::min(axes.rows, 3)});
     std::memcpy(out + wordSize, axes.m, words * wordSize);
 }
 
@@ -37,15 +43,22 @@ void putAxes(char* out, const ZantAxesCore& axes, size_t words) {
 
 CommandBinaryBuffer::CommandBinaryBuffer(Instance* owner) : CommandBuffer(owner) {
     grow(1);
-    restart();
+    begin();
 }
 
 CommandBinaryBuffer::~CommandBinaryBuffer() = default;
 
 void CommandBinaryBuffer::grow(size_t words) {
-    block.dataSize = static_cast<size_t>(position - block.buffer);
-    block.fit(block.dataSize + words * wordSize);
-    position = block.buffer + block.dataSize;
+    // No block: this is the first one, or a command while the parser has the block.
+    const size_t used = block.buffer ? static_cast<size_t>(position - block.buffer) : wordSize;
+    block.dataSize = block.buffer ? used : 0;
+    block.fit(used + words * wordSize);
+    continueAt(used);
+}
+
+inline void CommandBinaryBuffer::continueAt(size_t used) {
+    block.dataSize = 0;  // `position` tells; there is nothing to keep in a block that is lent
+    position = block.buffer + used;
     lastPlace = block.buffer + (block.bufferSize > itemRoom ? block.bufferSize - itemRoom : 0);
 }
 
@@ -60,27 +73,45 @@ inline char* CommandBinaryBuffer::takeGrowing(size_t words) {
     return take(words);
 }
 
-/// Leaves the place of the next block's length, and nothing else.
-inline void CommandBinaryBuffer::restart() {
+/// Leaves the place of the block's length, and nothing else.
+inline void CommandBinaryBuffer::begin() {
     put(block.buffer, int64_t{0});
-    position = block.buffer + wordSize;
+    continueAt(wordSize);
+}
+
+void CommandBinaryBuffer::discard() {
+    if (block.buffer) begin();
 }
 
 void CommandBinaryBuffer::parse() {
-    put(takeGrowing(1), endMarker);
+    if (position > lastPlace) grow(1);
+    put(take(1), endMarker);
     put(block.buffer, position - block.buffer);
-    if (errorCode != 0 || !instance) return restart();
-    const int result = instance->parse(block.buffer, nullptr, ParseBinary);
-    restart();
-    error(result);
+    if (errorCode != 0 || !instance) return begin();
+    error(send());
 }
 
-// The short items start over when they had to grow: the way that needs no call then needs no stack either.
+int CommandBinaryBuffer::send() {
+    struct Next {
+        CommandBinaryBuffer& owner;
+        ~Next() { owner.begin(); }
+    };
+    char* const start = block.buffer;
+    const Next next{*this};
+    const LentBlock lent(block);
+    // No place is left for an item: the first one of another command finds that there is no block.
+    position = start + wordSize;
+    lastPlace = start;
+    return instance->parse(start, nullptr, ParseBinary);
+}
+
+// The short items start over when they had to grow: the way that needs no call then needs no stack either. They call
+// themselves by their full names, past what a host's subclass makes of them.
 
 void CommandBinaryBuffer::addEnum(int number, const char* word) {
-    if (position > lastPlace) {
-        grow(itemWords);
-        return addEnum(number, word);
+    if (lastPlace - position < symbolCommandRoom) {
+        grow(symbolCommandWords);
+        return CommandBinaryBuffer::addEnum(number, word);
     }
     put(take(1), int64_t{number});
 }
@@ -88,7 +119,7 @@ void CommandBinaryBuffer::addEnum(int number, const char* word) {
 void CommandBinaryBuffer::addDouble(double value) {
     if (position > lastPlace) {
         grow(itemWords);
-        return addDouble(value);
+        return CommandBinaryBuffer::addDouble(value);
     }
     char* const out = take(2);
     put(out, int64_t{0});
@@ -107,10 +138,10 @@ void CommandBinaryBuffer::addVector(const Vector& vector) {
     // All components are copied, so that the copy has a fixed size; only those in use count.
     if (position > lastPlace) {
         grow(itemWords);
-        return addVector(vector);
+        return CommandBinaryBuffer::addVector(vector);
     }
-    const int count = vector.count;
-    char* const out = take(1 + static_cast<size_t>(std::clamp(count, 0, 4)));
+    const int count = std::min(vector.count, 4);
+    char* const out = take(1 + static_cast<size_t>(std::max(count, 0)));
     put(out, int64_t{count});
     std::memcpy(out + wordSize, vector.values, sizeof vector.values);
 }
@@ -132,10 +163,10 @@ void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
 }
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
-    if (symbol.registered == 0) return addString(symbol.name);
+    if (symbol.registered == 0) return CommandBinaryBuffer::addString(symbol.name);
     if (position > lastPlace) {
         grow(itemWords);
-        return addSymbol(symbol);
+        return CommandBinaryBuffer::addSymbol(symbol);
     }
     char* const out = take(2);
     put(out, int64_t{0});
@@ -144,17 +175,21 @@ void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
 
 template <class T>
 void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
-    const ptrdiff_t before = position - block.buffer;
-    try {
-        takeGrowing(2);
-        for (size_t i = 0; i < list.count; ++i) {
-            addItem(list.items[i]);
+    takeGrowing(2);
+    const ptrdiff_t before = position - block.buffer - 2 * static_cast<ptrdiff_t>(wordSize);
+    // An allocation that fails takes the list back.
+    struct Rollback {
+        CommandBinaryBuffer& owner;
+        ptrdiff_t start;
+        ~Rollback() {
+            if (start != 0) owner.position = owner.block.buffer + start;
         }
-        put(takeGrowing(1), endMarker);
-    } catch (...) {
-        position = block.buffer + before;
-        throw;
+    } rollback{*this, before};
+    for (size_t i = 0; i < list.count; ++i) {
+        addItem(list.items[i]);
     }
+    put(takeGrowing(1), endMarker);
+    rollback.start = 0;
     char* const start = block.buffer + before;
     put(start, listMarker);
     put(start + wordSize, position - (start + 2 * wordSize));

@@ -22,7 +22,12 @@ namespace Zant {
 /// | symbol           | 0 and its registered word; as a string, its name, when it is not registered    |
 /// | list             | -2, the length of what follows in bytes, the items, -3                         |
 ///
-/// While there is an error, parse() drops its command. A command abandoned without parse() stays in front of the next.
+/// A vector with a count above 4 is written with 4, axes with more than 3 rows with 3; negative words are written as
+/// they are.
+///
+/// While there is an error, parse() drops its command. A command abandoned without parse() stays in front of the next,
+/// unless discard() drops it. While the parser reads a block, an event may send another command through the same
+/// buffer: that one has a block of its own.
 ///
 /// Threads: one at a time.
 class CommandBinaryBuffer : public CommandBuffer {
@@ -47,19 +52,24 @@ public:
     void addVarLenCoordSys(const VarLenCoordSys& list) override;
     void addVarLenSymbol(const VarLenSymbol& list) override;
 
+    /// Drops the items of a command that has not been parsed. The error, if there is one, stays.
+    void discard();
+
 private:
     ResizableBuffer block;
     char* position = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
     char* lastPlace = nullptr;  ///< up to here there is room for any item of a fixed size
 
     [[gnu::noinline, gnu::cold]] void grow(size_t words);  // inlined, it would cost every item a stack frame
+    void continueAt(size_t used);
+    void begin();
+    int send();
     /// @return where the words start
     char* take(size_t words);
     char* takeGrowing(size_t words);
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
     void addAxesCore(const ZantAxesCore& axes);
-    void restart();
 
     void addItem(const Double& item) { addDouble(item.value); }
     void addItem(const Vector& item) { addVector(item); }

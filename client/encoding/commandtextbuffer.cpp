@@ -5,6 +5,7 @@
 
 #include "client/engine/instance.h"
 #include "client/symbols/symbol.h"
+#include "own/lentblock.h"
 #include "own/numbertext.h"
 #include "own/str2num.h"
 
@@ -22,6 +23,9 @@ constexpr size_t integerRoom = 12;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
 constexpr size_t vectorRoom = 4 * (numberLimit + 1) + 2 + numberRoom;
 constexpr size_t axesRoom = 9 * (numberLimit + 1) + 16 + numberRoom;
+/// What the longest command that a symbol sends of itself, in a destructor, takes behind its keyword: a separator, a
+/// name of 127 bytes, a semicolon, a terminator. With room for all of it, it fails before its first byte or not at all.
+constexpr size_t symbolCommandRoom = 1 + (sizeof ZantSymbolCore::name - 1) + 2;
 
 char* put(char* out, char c) {
     *out = c;
@@ -121,7 +125,13 @@ void CommandTextBuffer::parse() {
 
 void CommandTextBuffer::send(const char* source, ParseMode mode) {
     if (errorCode != 0 || !instance) return;
-    error(instance->parse(getTerminatedBuffer(), source, mode));
+    error(deliver(source, mode));
+}
+
+int CommandTextBuffer::deliver(const char* source, ParseMode mode) {
+    const char* const command = getTerminatedBuffer();
+    const LentBlock lent(text);
+    return instance->parse(command, source, mode);
 }
 
 void CommandTextBuffer::generateAutoname(Symbol& symbol, char* name) {
@@ -132,12 +142,12 @@ void CommandTextBuffer::addEnum(int number, const char* word) {
     if (quick || !word) return addEnumQuick(number);
     const size_t length = std::strlen(word);
     const char* const next = text.separator ? "," : " ";
-    end(put(begin(length), word, length), next);
+    end(put(begin(length + symbolCommandRoom), word, length), next);
 }
 
 void CommandTextBuffer::addEnumQuick(int number) {
     const char* const next = quick || text.separator ? "," : " ";
-    char* const out = put(begin(quickNumberRoom + 2), '[');
+    char* const out = put(begin(quickNumberRoom + 2 + symbolCommandRoom), '[');
     end(put(putInteger(out, number), ']'), next);
 }
 
@@ -209,6 +219,11 @@ const char* CommandTextBuffer::getTerminatedBuffer() {
     return text;
 }
 
+void CommandTextBuffer::discard() {
+    text.dataSize = 0;
+    text.separator = nullptr;
+}
+
 // ---- CommandQuickTextBuffer -----------------------------------------------------------------------------------------
 
 CommandQuickTextBuffer::CommandQuickTextBuffer(Instance* owner) : CommandTextBuffer(owner, true) {}
@@ -230,7 +245,9 @@ CommandOfflineBuffer::CommandOfflineBuffer(Instance* owner) : CommandTextBuffer(
 CommandOfflineBuffer::~CommandOfflineBuffer() = default;
 
 void CommandOfflineBuffer::parse() {
-    parseOffline(getTerminatedBuffer());
+    const char* const command = getTerminatedBuffer();
+    const LentBlock lent(text);
+    parseOffline(command);
 }
 
 }  // namespace Zant

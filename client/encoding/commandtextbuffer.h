@@ -14,7 +14,11 @@ namespace Zant {
 /// or more stands in braces, a list of one is the bare item, an empty list is nothing.
 ///
 /// While there is an error, parse() sends nothing and the text stays: once the error is cleared, the next parse()
-/// sends everything that was held back as one text. A command abandoned without parse() stays in front of the next.
+/// sends everything that was held back as one text. A command abandoned without parse() stays in front of the next,
+/// unless discard() drops it. While a text is being read, an event may send another command through the same buffer:
+/// that one has a block of its own.
+///
+/// A vector with a count above 4 is written with 4 components, axes with more than 3 rows with 3.
 ///
 /// Threads: one at a time. That holds for the subclasses as well; parseOffline() is called on the writing thread.
 class CommandTextBuffer : public CommandBuffer {
@@ -62,6 +66,9 @@ public:
     /// @return the text, valid until the next item is written
     const char* getTerminatedBuffer();
 
+    /// Drops what has not been sent: a command without parse(), and what an error has held back. The error stays.
+    void discard();
+
 protected:
     CommandTextBuffer(Instance* owner, bool numbers);
 
@@ -69,6 +76,8 @@ protected:
     void send(const char* source, ParseMode mode);
 
 private:
+    friend class CommandOfflineBuffer;
+
     /// Makes room for the pending separator and one item, and writes the separator.
     /// @return where the item starts
     char* begin(size_t room) {
@@ -85,8 +94,7 @@ private:
         text.separator = separator;
     }
 
-    template <class T>
-    void addItems(const VarLenTemplate<T>& list);
+    int deliver(const char* source, ParseMode mode);
 
     void addItem(const Double& item) { addDouble(item.value); }
     void addItem(const Vector& item) { addVector(item); }
@@ -97,19 +105,17 @@ private:
 
 template <class T>
 void CommandTextBuffer::addVarLen(const VarLenTemplate<T>& list) {
-    const size_t size = text.dataSize;
-    const char* const separator = text.separator;
-    try {
-        addItems(list);
-    } catch (...) {
-        text.dataSize = size;
-        text.separator = separator;
-        throw;
-    }
-}
-
-template <class T>
-void CommandTextBuffer::addItems(const VarLenTemplate<T>& list) {
+    // An allocation that fails takes the list back.
+    struct Rollback {
+        TextBuffer* text;
+        const size_t size;
+        const char* const separator;
+        ~Rollback() {
+            if (!text) return;
+            text->dataSize = size;
+            text->separator = separator;
+        }
+    } rollback{&text, text.dataSize, text.separator};
     const bool braces = list.count >= 2;
     char* out = begin(1);
     if (braces) *out++ = '{';
@@ -121,6 +127,7 @@ void CommandTextBuffer::addItems(const VarLenTemplate<T>& list) {
     out = begin(1);
     if (braces) *out++ = '}';
     end(out, ",");
+    rollback.text = nullptr;
 }
 
 /// The same with keywords as numbers, for the parser's quick mode: `[46],[6],0.5,2;`

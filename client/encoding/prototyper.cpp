@@ -21,7 +21,8 @@ DirectPrototyper::DirectPrototyper(Instance* instance) : Prototyper(new CommandB
 DirectPrototyper::~DirectPrototyper() = default;
 
 int DirectPrototyper::parse(const char* text) {
-    return buffer->instance->parse(text, nullptr, ParseText);
+    const Instance* instance = buffer->instance;
+    return instance ? instance->parse(text, nullptr, ParseText) : 0;
 }
 
 }  // namespace Zant

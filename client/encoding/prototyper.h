@@ -47,7 +47,7 @@ public:
     ~DirectPrototyper() override;
 
     /// Sends text, as it is, to the instance's parser, past the block under construction and its error state.
-    /// @return the parser's result, 0 for success
+    /// @return the parser's result, 0 for success and without an instance
     int parse(const char* text);
 };
 

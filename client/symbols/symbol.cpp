@@ -1,9 +1,11 @@
 #include "client/symbols/symbol.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "client/commands/commandbuffer.h"
 #include "client/engine/instance.h"
 #include "client/keywords/enums.h"
-#include "own/str2num.h"
 
 namespace Zant {
 
@@ -45,8 +47,10 @@ void Symbol::initSymbol(CommandBuffer& commands, const char* symbolName) {
 }
 
 void Symbol::setName(const char* symbolName) {
-    s2n_strncpy(name, symbolName, sizeof name - 1);
-    name[sizeof name - 1] = 0;
+    // The new name may be a part of the old one.
+    const size_t length = std::min(std::strlen(symbolName), sizeof name - 1);
+    std::memmove(name, symbolName, length);
+    name[length] = 0;
 }
 
 void Symbol::generateAutoname() {
