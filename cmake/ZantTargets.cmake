@@ -8,12 +8,15 @@ if(ZANT_IS_TOP_LEVEL)
 endif()
 set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
 
-# Strict warnings and the language standard, for every target.
+# Numbers, geometry and pixels are defined operation by operation: whatever flags a host builds the tree with, nothing is
+# contracted to fused operations or reordered, and a NaN stays one. These flags stand behind the host's.
+set(ZANT_EXACT_ARITHMETIC -fno-fast-math -fno-unsafe-math-optimizations -fno-finite-math-only -ffp-contract=off)
+
+# Exact arithmetic, strict warnings and the language standard, for every target.
 add_library(zant_settings INTERFACE)
 target_compile_features(zant_settings INTERFACE cxx_std_17 c_std_99)
-# Numbers and geometry are defined operation by operation; a fused multiply-add would change their bits.
 target_compile_options(zant_settings INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off
+    ${ZANT_EXACT_ARITHMETIC} -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
     $<$<BOOL:${ZANT_WERROR}>:-Werror>)
 

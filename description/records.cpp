@@ -37,7 +37,8 @@ std::vector<Record> records() {
                                FIELD(ZantEventData, handle), FIELD(ZantEventData, value), FIELD(ZantEventData, text)}),
         record<_ZantEventTextBufferData>({FIELD(_ZantEventTextBufferData, text), FIELD(_ZantEventTextBufferData, size),
                                           FIELD(_ZantEventTextBufferData, buffer)}),
-        record<_ZantEventMousePosition>({FIELD(_ZantEventMousePosition, position)}),
+        record<_ZantEventMousePosition>(
+            {FIELD(_ZantEventMousePosition, position), FIELD(_ZantEventMousePosition, reserved)}),
         record<_ZantEventKey>(
             {FIELD(_ZantEventKey, key), FIELD(_ZantEventKey, present), FIELD(_ZantEventKey, reserved)}),
     };

@@ -109,7 +109,7 @@ void BuiltIn::serveWindow(ZantEventData& event) {
             break;
         case EventGetMousePosition:
         case EventGetMouseRawPosition:
-            if (auto* position = detailOf<_ZantEventMousePosition>(event)) *position = {};
+            if (auto* detail = detailOf<_ZantEventMousePosition>(event)) detail->position[0] = detail->position[1] = 0;
             break;
         case EventGetKey:
             if (auto* key = detailOf<_ZantEventKey>(event)) key->present = 0;

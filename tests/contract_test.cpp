@@ -72,7 +72,7 @@ const Number records[] = {
     OFFSET(_ZantEventTextBufferData, buffer, 16),
     OFFSET(_ZantEventKey, present, 8),
     OFFSET(_ZantEventMousePosition, position, 0),
-    SIZE(_ZantEventMousePosition, 8),
+    SIZE(_ZantEventMousePosition, 32),
     SIZE(ZantVectorCore, 40),
     OFFSET(ZantVectorCore, count, 32),
     SIZE(ZantAxesCore, 80),

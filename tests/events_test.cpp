@@ -221,9 +221,10 @@ TEST_F(EventTest, AListenerThatOverridesNothingDeclines) {
     EXPECT_EQ(line.buffer, created);
 
     for (int32_t kind : {EventGetMousePosition, EventGetMouseRawPosition}) {
-        _ZantEventMousePosition where{{3, 4}};
+        _ZantEventMousePosition where{{3, 4}, {5}};
         raise(kind, window, &where, nullptr);
         EXPECT_EQ(where.position[0] | where.position[1], 0);
+        EXPECT_EQ(where.reserved[0], 5) << "the engine's record may end behind the position";
     }
     _ZantEventKey pressed;
     std::memset(&pressed, 0xFF, sizeof pressed);

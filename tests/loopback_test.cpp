@@ -295,7 +295,7 @@ TEST(LoopbackEvents, SentBackAreServedByTheEngine) {
     bounce.setWindowFlags(window, 3);
     EXPECT_EQ(bounce.getWindowFlags(window), 3);
     EXPECT_EQ(bounce.getMouseRawDPI(window), 0);
-    _ZantEventMousePosition position{{7, 7}};
+    _ZantEventMousePosition position{{7, 7}, {}};
     bounce.getWindowMousePosition(window, position);
     EXPECT_EQ(position.position[0], 0);
     _ZantEventKey key{};

@@ -75,6 +75,10 @@ TEST(VertexMaps, FarRowsDoNotOverflow) {
     const auto distance =
         reinterpret_cast<uintptr_t>(info.getRowFloatPtr(1ul << 31)) - reinterpret_cast<uintptr_t>(&first);
     EXPECT_EQ(distance, 12ull << 31);
+    // The products inside a row wrap at 32 bits.
+    record.dimension = 65536;
+    record.samples = 65537;
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(info.getRowFloatPtr(1)) - reinterpret_cast<uintptr_t>(&first), 65536u * 4);
 }
 
 }  // namespace

@@ -169,7 +169,8 @@ typedef struct ZantEventData {
     void* reserved;         /* the engine's */
     void* handle;           /* the text stream or window; receives the new one on the create events */
     int64_t value;          /* pointer to a detail record, integer argument, or integer answer */
-    const char* text;       /* text; for kinds 12 and 13 its first four bytes are a signed 32-bit selector */
+    const char* text; /* text; for kinds 12 and 13 no pointer: the first four bytes of the field itself are a signed
+                       * 32-bit selector, and no more than those are set */
 } ZantEventData;
 ZANT_ASSERT_LAYOUT(ZantEventData, sizeof(ZantEventData) == 48 && offsetof(ZantEventData, instance) == 8 &&
                                       offsetof(ZantEventData, reserved) == 16 &&
@@ -189,11 +190,13 @@ ZANT_ASSERT_LAYOUT(EventTextBufferData, sizeof(_ZantEventTextBufferData) == 24 &
                                             offsetof(_ZantEventTextBufferData, size) == 8 &&
                                             offsetof(_ZantEventTextBufferData, buffer) == 16);
 
-/* A mouse position. Only the size of the position is known to the client; what it means is the engine's. */
+/* A mouse position. Only the size of the position is known to the client; what it means is the engine's. A listener
+ * answers by writing `position` and nothing else: the engine's own record may end there. */
 typedef struct _ZantEventMousePosition {
     int32_t position[2];
+    int32_t reserved[6]; /* room for an engine that fills more than the position */
 } _ZantEventMousePosition;
-ZANT_ASSERT_LAYOUT(EventMousePosition, sizeof(_ZantEventMousePosition) == 8);
+ZANT_ASSERT_LAYOUT(EventMousePosition, sizeof(_ZantEventMousePosition) == 32);
 
 /* A key event. */
 typedef struct _ZantEventKey {

@@ -60,9 +60,13 @@ private:
 
     /// Counts in values; the products inside a row are formed in 32 bits, as the engine forms them.
     size_t index(unsigned long row, int component, int sample) const {
-        const int rowLength = record->dimension * record->samples;
-        return row * static_cast<size_t>(rowLength) + static_cast<size_t>(sample * record->dimension) +
-               static_cast<size_t>(component);
+        return row * static_cast<size_t>(product(record->dimension, record->samples)) +
+               static_cast<size_t>(product(sample, record->dimension)) + static_cast<size_t>(component);
+    }
+
+    /// Wraps in two's complement.
+    static int32_t product(int a, int b) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
     }
 
     template <class Value>

@@ -1,19 +1,29 @@
 #include "client/values/vector.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "client/values/arithmetic.inl"
 
 namespace Zant {
 
+namespace {
+
+/// The components in use. A count that an engine has delivered may be anything.
+int inUse(const ZantVectorCore& vector) {
+    return std::min<int>(vector.count, 4);
+}
+
+}  // namespace
+
 Vector& Vector::operator*=(double factor) {
-    scale(values, count, factor);
+    scale(values, inUse(*this), factor);
     return *this;
 }
 
 Vector& Vector::operator+=(const Vector& other) {
     if (count != other.count) return *this;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0, end = inUse(*this); i < end; ++i) {
         values[i] += other.values[i];
     }
     return *this;
@@ -21,14 +31,14 @@ Vector& Vector::operator+=(const Vector& other) {
 
 Vector& Vector::operator-=(const Vector& other) {
     if (count != other.count) return *this;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0, end = inUse(*this); i < end; ++i) {
         values[i] -= other.values[i];
     }
     return *this;
 }
 
 double Vector::length() const {
-    return std::sqrt(dot(values, values, count));
+    return std::sqrt(dot(values, values, inUse(*this)));
 }
 
 void Vector::cross(const Vector& a, const Vector& b) {

@@ -10,6 +10,8 @@ namespace Zant {
 /// Up to four doubles, of which the first `count` are meaningful: a pixel position or size (2), a point, direction or
 /// colour (3), a colour with alpha (4).
 ///
+/// A count is kept as it is; operations take one above 4 as 4, and one below 0 as 0.
+///
 /// Comparisons and counts are exact. The arithmetic lives in the source file, so that a host's compiler flags cannot
 /// change its rounding.
 ///
