@@ -1,97 +1,131 @@
 #ifndef ZANT_CLIENT_HOST_H
 #define ZANT_CLIENT_HOST_H
 
-/// Comforts for hosts: header-only, and included by nobody else, so that what is not used costs nothing.
-
-#include <dlfcn.h>
+/// Comforts for hosts. Nothing of the library includes them, so that what is not used costs nothing.
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "client/commands/utf8.h"
 #include "client/engine/instance.h"
 #include "client/engine/library.h"
 #include "client/engine/raytrace.h"
 
 namespace Zant {
 
-/// Gives an instance back to its library.
-struct InstanceRelease {
-    void operator()(Instance* instance) const { instance->library->releaseInstance(instance); }
+/// What the handles of one instance share.
+struct HeldInstance;
+
+/// Owns one instance, and releases it at its end or with its session, whichever comes first. When the session has
+/// ended, the handle is empty, and says so.
+///
+/// Threads: one at a time, on any thread.
+class UniqueInstance {
+public:
+    UniqueInstance() = default;
+    /// Takes an instance over that belongs to no session; null for none. It must be released before its library ends.
+    explicit UniqueInstance(Instance* instance);
+    UniqueInstance(UniqueInstance&&) = default;
+    UniqueInstance& operator=(UniqueInstance&& other);
+    ~UniqueInstance() { reset(); }
+
+    /// Releases the instance, and its ray accesses before it. The handle is empty afterwards.
+    void reset();
+
+    /// @return the instance, or null when the handle is empty or its session has ended
+    Instance* get() const;
+    explicit operator bool() const { return get() != nullptr; }
+    Instance* operator->() const { return get(); }
+    Instance& operator*() const { return *get(); }
+
+private:
+    friend class Session;
+    friend class UniqueRaytraceAccess;
+    std::shared_ptr<HeldInstance> held;
 };
 
-/// Owns one instance. Must end before its library is unloaded.
-using UniqueInstance = std::unique_ptr<Instance, InstanceRelease>;
-
-/// Owns the ray access of an instance. Must end before the instance does.
-using UniqueRaytraceAccess = std::unique_ptr<RaytraceAccess>;
-
-/// The engine for as long as the session lives: load it in the plug-in's own start hook, end it in its stop hook.
+/// Owns a ray access of an instance, and ends it at its own end or with the instance, whichever comes first.
 ///
-/// Do not make it, or the handles above, static objects: at process exit the host has already torn down what the engine
-/// may still use, its threads may have been ended in the middle of their work, and the order of destruction between
-/// two modules is not yours. End it while the host is still whole.
+/// Threads: made and ended on the thread of its instance's handle.
+class UniqueRaytraceAccess {
+public:
+    UniqueRaytraceAccess() = default;
+    /// Opens a ray access; empty for an empty handle.
+    explicit UniqueRaytraceAccess(const UniqueInstance& instance);
+    UniqueRaytraceAccess(UniqueRaytraceAccess&&) =
+        default;  // the empty one has no instance, so that its pointer is dead
+    UniqueRaytraceAccess& operator=(UniqueRaytraceAccess&& other);
+    ~UniqueRaytraceAccess() { reset(); }
+
+    void reset();
+
+    /// @return the ray access, or null when the handle is empty or the instance is gone
+    RaytraceAccess* get() const;
+    explicit operator bool() const { return get() != nullptr; }
+    RaytraceAccess* operator->() const { return get(); }
+    RaytraceAccess& operator*() const { return *get(); }
+
+private:
+    std::shared_ptr<HeldInstance> held;
+    RaytraceAccess* access = nullptr;
+};
+
+/// The engine of the process for as long as the session lives: begin it in the plug-in's own start hook, end it in its
+/// stop hook.
 ///
-/// Threads: one at a time, as the library. The handles may be given to other threads, one each.
+/// Sessions are counted: the first one loads the engine, the last one that ends unloads it, and each ends the instances
+/// that it has created. Handles that are left over then are empty.
+///
+/// Do not make it, or the handles, static objects: at process exit the host has already torn down what the engine may
+/// still use, its threads may have been ended in the middle of their work, and the order of destruction between two
+/// modules is not yours. End it while the host is still whole.
+///
+/// Threads: sessions are used on one thread at a time. Their handles may be given to other threads, one each, and be
+/// released there; they are given up before the session ends.
 class Session {
 public:
-    /// Loads the engine of a directory, given with its final separator; null keeps the library's own.
-    explicit Session(const char* directory) : engine(getLibrary(nullptr)) {
-        loaded = engine->loadExplicitly(directory);
-    }
+    /// Loads the engine of a directory, given with its final separator; null keeps the library's own. An engine that is
+    /// loaded already stays, whatever the directory.
+    explicit Session(const char* directory);
     ~Session() { end(); }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Whether the engine could be loaded; library().getLoadError() says why not.
+    /// Whether the engine could be loaded; reason() says why not.
     explicit operator bool() const { return loaded; }
     Library& library() const { return *engine; }
+    /// Why the engine could not be loaded, or why it refused the last instance. Ask on the same thread.
+    const char* reason() const { return engine->getLoadError(); }
 
     /// An instance whose events the engine serves itself; empty when the engine refuses it.
-    UniqueInstance createInstance() const { return UniqueInstance(loaded ? engine->createInstance() : nullptr); }
+    UniqueInstance createInstance();
     /// An instance whose events go to a listener, which stays the caller's and outlives the instance.
-    UniqueInstance createInstance(EventListener& listener) const {
-        return UniqueInstance(loaded ? engine->createInstanceWithListner(&listener) : nullptr);
-    }
+    UniqueInstance createInstance(EventListener& listener);
 
-    /// Releases every instance that is left and unloads the engine. Does nothing the second time.
-    void end() {
-        if (!loaded) return;
-        loaded = false;
-        engine->unloadExplicitly();
-    }
+    /// Releases the instances of this session, newest first; the last session unloads the engine, at once, with every
+    /// instance that is left. Does nothing the second time.
+    void end();
 
 private:
+    UniqueInstance hold(Instance* instance);
+
     Library* engine;
     bool loaded = false;
+    std::vector<std::weak_ptr<HeldInstance>> instances;
 };
 
-/// The directory of the module (program or plug-in) that holds an address, with its final separator, as load() takes
-/// it. Pass the address of one of your own functions or static objects.
+/// The directory of the module (program or plug-in) that holds an address, absolute and with its final separator, as
+/// load() takes it. Pass the address of one of your own functions or static objects.
 /// @return an empty text when the platform does not know the address
-inline std::string moduleDirectory(const void* address) {
-    Dl_info info{};
-    if (!dladdr(address, &info) || !info.dli_fname) return {};
-    const std::string file = info.dli_fname;
-    const size_t separator = file.rfind('/');
-    return separator == std::string::npos ? "./" : file.substr(0, separator + 1);
-}
+std::string moduleDirectory(const void* address);
 
 /// UTF-8 of a UTF-16 text, with surrogates paired; for the commands that take narrow strings.
-inline std::string utf8(const char16_t* text) {
-    const UTF8EncoderBuffer<char16_t> converted(text);
-    return converted.data ? converted.data : std::string();
-}
+std::string utf8(const char16_t* text);
 
 /// Keeps the engine's file mapped until the process ends, for engines that leave threads behind when they exit: those
 /// threads then find their code where it was. Call it while the engine is loaded.
 /// @return whether the file stays
-inline bool keepEngineFile(const Library& library) {
-    const auto* entryPoint = library.moduleHandle ? dlsym(library.moduleHandle, "zant3_init") : nullptr;
-    Dl_info info{};
-    if (!entryPoint || !dladdr(entryPoint, &info)) return false;
-    return dlopen(info.dli_fname, RTLD_LAZY | RTLD_NODELETE | RTLD_NOLOAD) != nullptr;
-}
+bool keepEngineFile(const Library& library);
 
 }  // namespace Zant
 

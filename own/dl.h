@@ -1,6 +1,8 @@
 #ifndef ZANT_OWN_DL_H
 #define ZANT_OWN_DL_H
 
+#include <string>
+
 namespace Zant {
 
 /// Dynamic loading: plain functions over the platform's loader.
@@ -16,6 +18,14 @@ void* DllFindProcedure(void* handle, const char* name);
 
 /// Closes an open file. @return the loader's result, 0 for success.
 int DllUnload(void* handle);
+
+/// Keeps an open file mapped until the process ends, whatever is closed. @return whether it stays.
+bool DllKeepMapped(void* handle);
+
+/// The file (program or library) that holds an address of code or of a static object. The name is absolute, and found
+/// past the working directory and the search path that the file may have been opened by.
+/// @return an empty text when the platform does not know the address
+std::string DllFileOf(const void* address);
 
 /// Opens the file whose name is `dir` + `name` + `middle1` + `middle2` + `middle3` + `ext`. Null pieces are skipped
 /// and nothing is put between the pieces, so `dir` must end with its separator. `unused` is not read.

@@ -1,8 +1,14 @@
 // The comforts of client/host.h, against the loopback engine.
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "client/host.h"
 #include "client/listeners/linkedlisteners.h"
@@ -21,25 +27,79 @@ bool isMapped() {
 
 TEST(HostHeader, SessionKeepsTheEngineUntilItsEnd) {
     Session session(ZANT_LOOPBACK_DIR);
-    ASSERT_TRUE(session) << session.library().getLoadError();
+    ASSERT_TRUE(session) << session.reason();
     session.createInstance().reset();
     EXPECT_TRUE(session.library().isLoaded()) << "the last instance does not take the engine along";
-    DispatchLinkedListener listener;
-    UniqueInstance instance = session.createInstance(listener);
-    ASSERT_TRUE(instance);
-    { const UniqueRaytraceAccess rays(instance->createRaytraceAccess()); }
-    instance.reset();
+    EXPECT_NE(session.library().instanceMutex.handle, nullptr) << "handles may go to other threads";
     session.end();
     EXPECT_FALSE(session.library().isLoaded());
     EXPECT_FALSE(isMapped());
     session.end();
+    EXPECT_FALSE(session.createInstance());
+}
+
+TEST(HostHeader, HandlesMayEndInAnyOrder) {
+    DispatchLinkedListener listener;
+    UniqueInstance late;
+    UniqueRaytraceAccess lateRays;
+    Session session(ZANT_LOOPBACK_DIR);
+    for (const bool instanceFirst : {true, false}) {
+        UniqueInstance instance = session.createInstance(listener);
+        UniqueRaytraceAccess rays(instance);
+        ASSERT_TRUE(instance && rays && instance->parserContext && rays->context);
+        if (instanceFirst) instance.reset();
+        EXPECT_EQ(bool(rays), !instanceFirst);
+        rays.reset();
+    }
+    late = session.createInstance();
+    lateRays = UniqueRaytraceAccess(late);
+    UniqueInstance moved = session.createInstance();
+    moved = session.createInstance();
+    late = std::move(moved);
+    EXPECT_FALSE(moved || lateRays) << "what was assigned over has ended";
+    lateRays = UniqueRaytraceAccess(late);
+    EXPECT_EQ(session.library().instanceList, late.get());
+    EXPECT_EQ(late->next, nullptr);
+    session.end();
+    EXPECT_FALSE(late || lateRays) << "empty, and they say so";
+    EXPECT_EQ(UniqueRaytraceAccess(late).get(), nullptr);
+}
+
+TEST(HostHeader, SessionsAreCounted) {
+    Session first(ZANT_LOOPBACK_DIR);
+    UniqueInstance ofFirst = first.createInstance();
+    {
+        Session second("/nonexistent/");
+        ASSERT_TRUE(second) << "the engine is there already";
+        UniqueInstance ofSecond = second.createInstance();
+        second.end();
+        EXPECT_FALSE(ofSecond);
+    }
+    EXPECT_TRUE(ofFirst);
+    EXPECT_EQ(ofFirst->parse("echo \"still here\";", nullptr, ParseText), 0);
+    first.end();
+    EXPECT_FALSE(isMapped());
+}
+
+TEST(HostHeader, HandlesMayBeReleasedOnOtherThreads) {
+    Session session(ZANT_LOOPBACK_DIR);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([handle = session.createInstance()]() mutable {
+            handle->parse("fg reset;", nullptr, ParseText);
+            handle.reset();
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_FALSE(session.library().hasInstances());
 }
 
 TEST(HostHeader, SessionWithoutAnEngineSaysWhy) {
-    const Session session("/nonexistent/");
+    Session session("/nonexistent/");
     EXPECT_FALSE(session);
     EXPECT_FALSE(session.createInstance());
-    EXPECT_NE(std::string(session.library().getLoadError()).find("/nonexistent/zant3"), std::string::npos);
+    EXPECT_NE(std::string(session.reason()).find("/nonexistent/zant3"), std::string::npos);
 }
 
 TEST(HostHeader, DirectoryOfAModuleEndsWithItsSeparator) {
@@ -50,6 +110,30 @@ TEST(HostHeader, DirectoryOfAModuleEndsWithItsSeparator) {
     int local = 0;
     EXPECT_EQ(moduleDirectory(&local), "") << "the stack belongs to no module";
 }
+
+// The program itself is the one that is found through PATH: it prints its directory when it is asked to.
+TEST(HostHeader, DirectoryOfAProgramDoesNotDependOnHowItWasFound) {
+    namespace fs = std::filesystem;
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+    const std::string expected = program.parent_path().string() + "/";
+    const std::string name = program.filename().string();
+    for (const std::string& start : {"PATH='" + expected + "' " + name, "cd '" + expected + "..' && tests/" + name}) {
+        const std::string command = "ZANT_TEST_PRINT_DIRECTORY=1; export ZANT_TEST_PRINT_DIRECTORY; " + start;
+        std::FILE* const output = popen(command.c_str(), "r");
+        char line[4096] = "";
+        EXPECT_NE(std::fgets(line, sizeof line, output), nullptr);
+        EXPECT_EQ(pclose(output), 0);
+        EXPECT_EQ(line, expected) << start;
+    }
+}
+
+const int printed = [] {
+    if (!std::getenv("ZANT_TEST_PRINT_DIRECTORY")) return 0;
+    std::filesystem::current_path("/");
+    std::fputs(moduleDirectory(&engineFile).c_str(), stdout);
+    std::fflush(stdout);
+    std::_Exit(0);
+}();
 
 TEST(HostHeader, Utf16PairsItsSurrogates) {
     EXPECT_EQ(utf8(u"a\u00e9\u20ac\U0001F600"), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");

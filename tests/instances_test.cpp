@@ -2,6 +2,7 @@
 #include "client/engine/instance.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <thread>
 
 #include "client/events/eventlistener.h"
@@ -123,8 +124,56 @@ TEST_F(InstanceTest, ARefusedOneIsDestroyedAtOnce) {
 
     ASSERT_TRUE(library.loadExplicitly(nullptr));
     EXPECT_EQ(library.createInstance(), nullptr);
+    EXPECT_STREQ(library.getLoadError(), "the engine refused to create an instance");
     EXPECT_TRUE(library.isLoaded());
     library.unloadExplicitly();
+}
+
+TEST_F(InstanceTest, TheEngineIsAskedForItsVersionOnce) {
+    ASSERT_TRUE(library.loadExplicitly(nullptr));
+    probe().versionAsked = 0;
+    library.createInstance();
+    EXPECT_EQ(probe().versionAsked, 1);
+    library.unloadExplicitly();
+}
+
+TEST_F(InstanceTest, OneThatIsListedWhileTheLastOneGoesEndsWithTheEngine) {
+    Instance* const last = library.createInstance();
+    library.setupInstanceMutex();
+    probe().onUnlock = [this] { library.initInstance(library.allocInstance()); };
+    library.releaseInstance(last);
+    EXPECT_EQ(listed(), std::vector<int>());
+    EXPECT_EQ(probe().take(), Calls({"init 3000", "createInstance 1", "createMutex", "destroyInstance 1",
+                                     "createInstance 2", "destroyInstance 2", "destroyMutex", "exit"}));
+}
+
+TEST_F(InstanceTest, OneWhoseListenerThrowsIsDestroyed) {
+    struct Throwing : EventListener {
+        void activate(Instance*) override { throw std::runtime_error("activate"); }
+    } listener;
+    EXPECT_THROW(library.createInstanceWithListner(&listener), std::runtime_error);
+    EXPECT_EQ(probe().take(), Calls({"init 3000", "destroyInstance null", "exit"}));
+    EXPECT_FALSE(isOpen(engine("probe")));
+}
+
+TEST_F(InstanceTest, AnEngineStaysOpenForThemWhenItsVersionTurns0) {
+    ASSERT_TRUE(library.loadExplicitly(engine("debug_only").c_str()));
+    Instance* const instance = library.createInstance();
+    probe().version = 0;
+    EXPECT_FALSE(library.load("/nowhere/"));
+    EXPECT_TRUE(isOpen(engine("debug_only"), "zant3d"));
+    EXPECT_EQ(library.instanceList, instance);
+    probe().version = -1;
+    library.releaseInstance(instance);
+    EXPECT_EQ(probe().take(), Calls({"init 3000", "createInstance 1", "destroyInstance 1"}));
+    library.unloadExplicitly();
+
+    ASSERT_TRUE(library.loadExplicitly(engine("probe").c_str()));
+    probe().version = 0;
+    probe().take();
+    EXPECT_FALSE(library.load("/nowhere/"));
+    EXPECT_EQ(probe().take(), Calls({"exit"})) << "nobody needs it";
+    EXPECT_FALSE(isOpen(engine("probe")));
 }
 
 TEST_F(InstanceTest, OneThatIsNotListedChangesNothingWhenItGoes) {

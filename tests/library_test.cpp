@@ -269,6 +269,20 @@ TEST_F(ProcessExitTest, DestroysInstancesAndLetsTheEngineExit) {
     EXPECT_EXIT(endProcess(false), testing::ExitedWithCode(0), created + std::string("exit\n$"));
 }
 
+// Registered before the library of the process is made, so that it runs after its end.
+bool asksLate = false;
+const int asking = std::atexit([] {
+    if (asksLate) std::fputs(getLibrary(nullptr)->isLoaded() ? "loaded\n" : "not loaded\n", stderr);
+});
+
+TEST_F(ProcessExitTest, AnswersWithALibraryThatIsNotLoadedAfterItsEnd) {
+    const auto endAndAsk = [] {
+        asksLate = true;
+        endProcess(false);
+    };
+    EXPECT_EXIT(endAndAsk(), testing::ExitedWithCode(0), created + std::string("exit\nnot loaded\n$"));
+}
+
 TEST_F(ProcessExitTest, DoesNotTellAnExplicitlyLoadedEngineToExit) {
     EXPECT_EXIT(endProcess(true), testing::ExitedWithCode(0), created + std::string("$"));
 }

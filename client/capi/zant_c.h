@@ -8,6 +8,9 @@
  * ZantLibraryReleaseInstance() for each of them; optionally ZantLibraryUnload(). Without ZantLibraryLoad() the first
  * instance loads the engine from "./" and the release of the last one unloads it.
  *
+ * None of these functions says why an engine does not load or refuses an instance: `zant probe DIRECTORY` does, step by
+ * step, and in C++ Library::getLoadError().
+ *
  * Threads: the library functions (ZantGet..., ZantLibrary...) are for one thread at a time; calls on different
  * instances may overlap as far as the engine allows.
  */

@@ -6,17 +6,15 @@
 namespace Zant {
 
 Instance* Library::createInstanceWithListner(EventListener* listener) {
-    Instance* instance = allocInstance();
-    if (!instance) return nullptr;
-    instance->setEventListener(listener);
-    return initInstance(instance);
+    std::unique_ptr<Instance> instance(allocInstance());
+    if (instance) instance->setEventListener(listener);
+    return initInstance(instance.release());
 }
 
 Instance* Library::createInstanceWithHandler(void (*function)(ZantEventData*), void* userData) {
-    Instance* instance = allocInstance();
-    if (!instance) return nullptr;
-    instance->setEventHandler(function, userData);
-    return initInstance(instance);
+    std::unique_ptr<Instance> instance(allocInstance());
+    if (instance) instance->setEventHandler(function, userData);
+    return initInstance(instance.release());
 }
 
 void Library::releaseInstance(Instance* instance) {
@@ -25,7 +23,7 @@ void Library::releaseInstance(Instance* instance) {
 
 Instance* Library::allocInstance() {
     const bool wasLoaded = isLoaded();
-    if (!load(nullptr)) return nullptr;
+    if (!wasLoaded && !load(nullptr)) return nullptr;
     try {
         return new Instance(this);
     } catch (...) {
@@ -35,10 +33,14 @@ Instance* Library::allocInstance() {
 }
 
 Instance* Library::initInstance(Instance* instance) {
-    if (!instance || !vtables.library->createInstance(instance)) {
-        delete instance;
+    if (!instance) return nullptr;
+    std::unique_ptr<Instance> refused(instance);
+    if (!vtables.library->createInstance(instance)) {
+        refused.reset();
+        refuse("the engine refused to create an instance");
         return nullptr;
     }
+    refused.release();
     const MutexLocker locker(instanceMutex);
     instance->next = instanceList;
     instanceList = instance;
@@ -55,9 +57,8 @@ void Library::unregister(Instance* instance) {
         if (*link) *link = instance->next;
         empty = !instanceList;
     }
-    // What release() comes to with an empty list, without looking at the list again: it is no longer locked, and
-    // another thread may have listed a new instance.
-    if (empty && (flags & (AUTO_UNLOAD | RELEASING)) == AUTO_UNLOAD) unload();
+    // An instance that another thread has listed meanwhile goes with the engine.
+    if (empty) release();
 }
 
 void Library::destroyInstances() {

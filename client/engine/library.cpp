@@ -2,13 +2,14 @@
 
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "own/dl.h"
 
 namespace Zant {
 namespace {
 
-// What was wrong with an engine file that opened; null when the loader's own reason holds.
+// What was wrong with an engine file that opened, or with an instance; null when the loader's own reason holds.
 thread_local const char* refusal = nullptr;
 
 // Null for no directory: a null or an empty text.
@@ -55,7 +56,8 @@ void Library::storeLibraryDir(char* copy) {
 bool Library::load(const char* dir) {
     if (isLoaded()) return true;
     std::unique_ptr<char[]> copy = copyOf(dir);
-    if (moduleHandle) unload();
+    // The file of a failed load. An engine whose version has turned 0 under its instances stays open for them.
+    if (moduleHandle && !instanceList) unload();
     refusal = nullptr;
     moduleHandle = DllLoadDebugOrReleaseVersion(dir ? copy.get() : libraryDir, "zant3", ZANT_ENGINE_SUFFIX);
     // Only now, with no allocation left to fail: the exception of joining a file name leaves the old directory.
@@ -73,14 +75,20 @@ bool Library::initLib(void (*init)(Library*)) {
     if (!init) return false;
     init(this);
     if (isLoaded()) return true;
-    refusal = vtables.library ? "the engine reports API version 0" : "the engine's entry point gave no library table";
+    const char* const reason =
+        vtables.library ? "the engine reports API version 0" : "the engine's entry point gave no library table";
     release();
+    refuse(reason);
     return false;
 }
 
 bool Library::initLib(void* handle) {
     if (!handle) return false;
     return initLib(reinterpret_cast<void (*)(Library*)>(DllFindProcedure(handle, "zant3_init")));
+}
+
+void Library::refuse(const char* reason) {
+    refusal = reason;
 }
 
 const char* Library::getLoadError() const {
@@ -117,8 +125,25 @@ Library* StaticLibraryLoader::getLibrary(const char* dir) {
     return library;
 }
 
+namespace {
+
+/// Ends the library of the process at its exit.
+struct LibraryEnd {
+    StaticLibraryLoader& loader;
+    ~LibraryEnd() {
+        delete loader.library;
+        loader.library = nullptr;
+    }
+};
+
+}  // namespace
+
 Library* getLibrary(const char* dir) {
-    static StaticLibraryLoader loader;
+    // The loader itself is never destroyed: a host's static object may ask after our end, and finds a library that is
+    // not loaded.
+    alignas(StaticLibraryLoader) static unsigned char storage[sizeof(StaticLibraryLoader)];
+    static StaticLibraryLoader& loader = *new (storage) StaticLibraryLoader;
+    static const LibraryEnd end{loader};
     return loader.getLibrary(dir);
 }
 

@@ -26,11 +26,14 @@ enum LibraryFlags : uint32_t {
 ///
 /// An engine that the first instance loaded is unloaded with the last one. An engine loaded by loadExplicitly() stays
 /// until unloadExplicitly(), and is not told to exit when the process ends.
+/// At process exit the library of the process ends: release its instances and unload the engine before, while the
+/// engine's threads are idle. An exit() during a job takes the engine's file away under them.
 ///
 /// Owner: the library owns its instances and its copy of the directory.
 ///
-/// Threads: one thread at a time. After setupInstanceMutex(), instances may be created and released on several
-/// threads while the engine stays loaded.
+/// Threads: one thread at a time. After loadExplicitly() and setupInstanceMutex(), instances may be created and
+/// released on several threads until unloadExplicitly(). Without the explicit load the thread that releases the last
+/// instance unloads the engine under the others, mutex or not.
 class Library {
 public:
     void* reserved0 = nullptr;         ///< the engine's
@@ -61,7 +64,7 @@ public:
     const char* getLibraryDir() const { return libraryDir; }
 
     /// Loads the engine from a directory, null for the stored one. A loaded engine stays, whatever the directory.
-    /// Closes the file that a failed load left open before it opens another.
+    /// Closes the file that a failed load left open before it opens another, unless instances are listed.
     /// Throws std::bad_alloc, with the directory as it was, when the file name cannot be joined.
     /// @return whether an engine is loaded; getLoadError() says why not.
     bool load(const char* dir);
@@ -73,8 +76,9 @@ public:
     /// The same for an engine file that the host has opened and will close; null gives false.
     bool initLib(void* handle);
     bool initLib(std::nullptr_t) { return false; }
-    /// Why the calling thread's last load() or initLib() failed: a line for each file name that was tried, with its
-    /// reason, or what was wrong with the file that opened. Ask only after a failure.
+    /// Why the calling thread's last load(), initLib() or creation of an instance failed: a line for each file name
+    /// that was tried, with its reason, or what was wrong with the file that opened, or that the engine refused the
+    /// instance. Ask only after a failure.
     const char* getLoadError() const;
 
     bool isLoaded() const { return getLibApiVersion() != 0; }
@@ -103,6 +107,7 @@ public:
     /// The same with a host event function.
     Instance* createInstanceWithHandler(void (*function)(ZantEventData*), void* userData);
     /// Destroys an instance; null does nothing. The last one takes an engine along that was not loaded explicitly.
+    /// The newest instance goes at once, an older one after a walk past all that are newer.
     void releaseInstance(Instance* instance);
 
     /// First step of creating: loads the engine when necessary. Throws std::bad_alloc, and then unloads an engine that
@@ -123,6 +128,7 @@ public:
     void unload();
 
 private:
+    static void refuse(const char* reason);
     void storeLibraryDir(char* copy);
     void destroyInstances();
 };
@@ -134,7 +140,7 @@ static_assert(sizeof(Library) == 104 && offsetof(Library, reserved0) == 0 && off
                   offsetof(Library, flags) == 100,
               "the engine's entry point is handed this record");
 
-/// Holds the library of the process and ends it at process exit.
+/// Holds a library and ends it.
 class StaticLibraryLoader {
 public:
     Library* library = nullptr;
@@ -150,6 +156,7 @@ public:
 
 /// The library of the process. The first call creates it, with the directory `dir` (null for "./"), and must have
 /// come back before another thread calls; later calls ignore `dir`. Loads nothing.
+/// After its end at process exit another one answers, which is not loaded and never freed.
 Library* getLibrary(const char* dir);
 
 }  // namespace Zant

@@ -1,6 +1,7 @@
 #ifndef ZANT_TESTS_ENGINES_PROBE_H
 #define ZANT_TESTS_ENGINES_PROBE_H
 
+#include <atomic>
 #include <cstdio>
 #include <functional>
 #include <mutex>
@@ -40,6 +41,9 @@ struct Probe {
     bool acceptRays = true;
     bool giveJobs = true;
     int mutexAnswer = 0;  ///< added to what a try of a mutex answers
+    int version = -1;     ///< the API version, -1 for the engine's own
+    std::atomic<int> versionAsked{0};
+    std::function<void()> onUnlock;  ///< called after the next unlocking of a mutex, once
 
     std::mutex guard;  ///< of calls and instances: engines are called on many threads
 

@@ -97,7 +97,9 @@ void destroyInstance(ZantLibraryInstance* instance) {
 }
 
 int getInfoInt(int id) {
-    return id == 0 ? ENGINE_VERSION : id;
+    if (id != 0) return id;
+    ++probe().versionAsked;
+    return probe().version < 0 ? ENGINE_VERSION : probe().version;
 }
 
 const char* getInfoString(int id) {
@@ -157,10 +159,12 @@ int mutexOp(void* mutex, int operation, int zero) {
     auto& locked = *static_cast<std::mutex*>(mutex);
     if (zero) probe().note("mutexOp with an argument");
     if (operation == 0) return static_cast<int>(locked.try_lock()) + probe().mutexAnswer;
-    if (operation > 0)
+    if (operation > 0) {
         locked.lock();
-    else
-        locked.unlock();
+        return 0;
+    }
+    locked.unlock();
+    if (const auto hook = std::exchange(probe().onUnlock, nullptr)) hook();
     return 0;
 }
 

@@ -14,7 +14,7 @@ struct Plugin {
     explicit Plugin(const char* engineDirectory) {
         Zant::Library& library = *Zant::getLibrary(nullptr);
         library.setLibraryDir(engineDirectory);
-        instance.reset(library.createInstance());
+        instance = Zant::UniqueInstance(library.createInstance());
     }
     Zant::UniqueInstance instance;
 };
