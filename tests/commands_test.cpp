@@ -516,6 +516,9 @@ TEST(Utf8, CodeValues) {
         EXPECT_EQ(std::string(encoded.data), std::string(row.bytes) + "z") << row.code;
         EXPECT_EQ(encoded.capacity, std::strlen(row.bytes) + 2);
     }
+    char untouched[] = "abc";
+    UTF8Codec::encode(0x80000000u, untouched);
+    EXPECT_STREQ(untouched, "abc");
     UTF8EncoderBuffer<wchar_t> reused(L"");
     EXPECT_STREQ(reused.data, "");
     const wchar_t invalidText[] = {static_cast<wchar_t>(0xFFFFFFFFu), 0};
