@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <utility>
 
 namespace Zant {
@@ -50,6 +51,43 @@ size_t countOf(uint32_t bits) {
     return count;
 }
 
+// What people remember of a name: "image sampler" and "imageSampler" are the same.
+std::string squeezed(std::string_view text) {
+    std::string result;
+    for (const char letter : text) {
+        if (letter == ' ' || letter == '_') continue;
+        result += letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+    return result;
+}
+
+// Whether a squeezed text is nothing but words of a form in their order, from a place on; some may be left out.
+bool goesOnWithWords(std::string_view wanted, const Form& form, uint16_t place) {
+    if (wanted.empty()) return true;
+    for (; place < form.tokenCount; ++place) {
+        const FormToken& token = form.tokens[place];
+        if (token.kind != ArgumentKind::Keyword) continue;
+        const std::string word = squeezed(keywordTables()[token.table].words[token.number - 1]);
+        if (wanted.substr(0, word.size()) != word) continue;
+        if (goesOnWithWords(wanted.substr(word.size()), form, static_cast<uint16_t>(place + 1))) return true;
+    }
+    return false;
+}
+
+bool consistsOfWords(std::string_view wanted, const Form& form) {
+    const std::string word = squeezed(commandWord(form.command));
+    const bool begins = wanted.substr(0, word.size()) == word;
+    return (begins && goesOnWithWords(wanted.substr(word.size()), form, 0)) || goesOnWithWords(wanted, form, 0);
+}
+
+template <class Fits>
+std::vector<const Form*> formsThat(const Fits& fit) {
+    std::vector<const Form*> result;
+    for (const Form& form : allForms())
+        if (fit(form)) result.push_back(&form);
+    return result;
+}
+
 }  // namespace
 
 int commandNumber(std::string_view word) {
@@ -65,15 +103,16 @@ const char* commandWord(int number) {
     return number >= 1 && number <= commands.slots ? commands.words[number - 1] : nullptr;
 }
 
-std::vector<const Form*> findForms(std::string_view wordOrPartOfName) {
-    std::vector<const Form*> result;
-    for (const Form& form : formsOf(commandNumber(wordOrPartOfName)))
-        result.push_back(&form);
-    if (!result.empty() || wordOrPartOfName.empty()) return result;
-    for (const Form& form : allForms()) {
-        if (std::string_view(form.function).find(wordOrPartOfName) != std::string_view::npos) result.push_back(&form);
-    }
-    return result;
+std::vector<const Form*> findForms(std::string_view asked) {
+    const std::string wanted = squeezed(asked);
+    if (wanted.empty()) return {};
+    if (wanted.find_first_not_of("0123456789") == std::string::npos)
+        return formsThat([&](const Form& form) { return wanted == std::to_string(form.command); });
+    auto found = formsThat([&](const Form& form) { return wanted == squeezed(commandWord(form.command)); });
+    if (!found.empty()) return found;
+    return formsThat([&](const Form& form) {
+        return consistsOfWords(wanted, form) || squeezed(form.function).find(wanted) != std::string::npos;
+    });
 }
 
 void NearestWord::offer(const char* word) {

@@ -13,9 +13,10 @@ int commandNumber(std::string_view word);
 /// @return the spelling of a command word, or null when the number has none
 const char* commandWord(int number);
 
-/// Finds forms for a reader who remembers a word: all forms of the command of that name; when there is no such
-/// command, all forms whose function name contains it.
-std::vector<const Form*> findForms(std::string_view wordOrPartOfName);
+/// Finds forms for a reader who remembers something: all forms of the command of that number or name; when there is no
+/// such command, all forms that hold the words ("objectAdd sphere", "image sampler"), and all whose function name
+/// contains the text. Capitals, blanks and underscores make no difference.
+std::vector<const Form*> findForms(std::string_view asked);
 
 /// The word that is nearest to a misspelt one, by the number of letters to insert, drop, replace or swap.
 class NearestWord {

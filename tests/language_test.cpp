@@ -445,12 +445,32 @@ TEST(Language, ReadsAmbiguousFormsInTheOrderOfTheForms) {
 }
 
 TEST(Language, FindsFormsForPeople) {
-    EXPECT_EQ(findForms("fg").size(), formsOf(46).size());
-    const auto blurs = findForms("blur2");
-    ASSERT_EQ(blurs.size(), 4u);
-    EXPECT_STREQ(blurs[0]->function, "surface4_blur2");
-    EXPECT_TRUE(findForms("").empty());
-    EXPECT_TRUE(findForms("nothing like it").empty());
+    const struct {
+        const char* asked;
+        size_t count;
+        const char* first;
+    } rows[] = {
+        {"fg", formsOf(46).size(), formsOf(46)[0].function},
+        {"FG", formsOf(46).size(), formsOf(46)[0].function},
+        {"46", formsOf(46).size(), formsOf(46)[0].function},
+        {"objectAdd sphere", 1, "objectAdd4_sphere"},
+        {"object add  SPHERE", 1, "objectAdd4_sphere"},
+        {"surface4_blur2", 1, "surface4_blur2"},
+        {"", 0, nullptr},
+        {"nothing like it", 0, nullptr},
+        {"sphere objectAdd", 0, nullptr},
+        {"0", 0, nullptr},
+        {"4611686018427387950", 0, nullptr},
+    };
+    for (const auto& row : rows) {
+        const auto forms = findForms(row.asked);
+        ASSERT_EQ(forms.size(), row.count) << row.asked;
+        EXPECT_STREQ(forms.empty() ? nullptr : forms[0]->function, row.first) << row.asked;
+    }
+    const auto samplers = findForms("image sampler");
+    const auto isSampler = [](const Form* form) { return strstr(form->notation, "imageSampler"); };
+    EXPECT_GT(samplers.size(), 1u);
+    EXPECT_TRUE(std::all_of(samplers.begin(), samplers.end(), isSampler));
     EXPECT_STREQ(nearestCommandWord("shapeAd"), "shapeAdd");
     EXPECT_EQ(nearestCommandWord("xyzzyplugh"), nullptr);
 }

@@ -76,7 +76,7 @@ TEST(Program, ExitCodesAndMessages) {
         {"probe /nonexistent", 3, "has no final separator"},
         {"convert --to morse /dev/null", 2, "morse"},
         {"forms gradients", 0, "fg2_gradients"},
-        {"forms postprocess", 1, "did you mean 'postProcess'?"},
+        {"forms postprozess", 1, "did you mean 'postProcess'?"},
         {"forms about", 0, "about1u"},
     };
     for (const Row& row : rows) {
