@@ -4,6 +4,7 @@
 
 #include "app/commandfile.h"
 #include "app/program.h"
+#include "app/text.h"
 
 namespace Zant::App {
 namespace {
@@ -17,17 +18,14 @@ bool checkFile(const std::string& name) {
         ++commands;
         if (result == ReadResult::Command) continue;
         ++mistakes;
-        fmt::print("{}\n", file.describeError());
+        fmt::print("{}\n", shown(file.describeError()));
     }
-    fmt::print("{}: {} commands, {} mistakes\n", file.fileName(), commands, mistakes);
+    fmt::print("{}: {}, {}\n", shown(file.fileName()), counted(commands, "command"), counted(mistakes, "mistake"));
     return mistakes == 0;
 }
 
 int check(const std::vector<std::string>& files) {
-    bool fine = true;
-    for (const std::string& name : files)
-        fine &= checkFile(name);
-    return fine ? Fine : InputHasErrors;
+    return readAll(files, checkFile) == Outcome::Fine ? Fine : InputHasErrors;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include "app/program.h"
+#include "app/text.h"
 #include "language/lookup.h"
 
 namespace Zant::App {
@@ -18,8 +19,8 @@ int showForms(const std::string& word) {
     const auto forms = findForms(word);
     if (forms.empty()) {
         const char* nearest = nearestCommandWord(word);
-        fmt::print(stderr, "zant forms: no command and no function has '{}'", word);
-        fmt::print(stderr, nearest ? ", did you mean '{}'?\n" : "\n", nearest ? nearest : "");
+        const std::string suggestion = nearest ? fmt::format(", did you mean '{}'?", nearest) : "";
+        complain(fmt::format("zant forms: no command and no function has '{}'{}", word, suggestion));
         return InputHasErrors;
     }
     for (const Form* form : forms) {
@@ -27,7 +28,7 @@ int showForms(const std::string& word) {
         if (form->wideFunction) fmt::print("  {}", form->wideFunction);
         fmt::print("\n");
     }
-    fmt::print("\n{} forms. {}", forms.size(), letters);
+    fmt::print("\n{}. {}", counted(forms.size(), "form"), letters);
     return Fine;
 }
 

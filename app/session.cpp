@@ -3,12 +3,14 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "app/text.h"
+
 namespace Zant::App {
 namespace {
 
 class ConsoleText : public TextListener {
 public:
-    void textLine(const char* text) override { std::fputs(text, stdout); }
+    void textLine(const char* text) override { std::fputs(shownOnTerminal(text).c_str(), stdout); }
     void textNewLine() override {
         std::fputc('\n', stdout);
         std::fflush(stdout);

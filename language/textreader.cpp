@@ -129,6 +129,8 @@ ReadResult TextReader::readCommand(Command& command, const char* last) {
 void TextReader::explainMistake(const TextParser& parser) {
     const Mismatch& mismatch = parser.mismatch();
     const char* const at = cursor + mismatch.offset;
+    const auto* zero = static_cast<const char*>(std::memchr(cursor, '\0', static_cast<size_t>(scanned - cursor)));
+    if (zero) return fail(zero, "a zero byte: command text cannot hold one");
     const std::string word = parser.foundWord();
     failure.position = positionOf(at);
     explain(grammar, mismatch, parser.found(), word, failure);

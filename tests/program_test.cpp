@@ -1,57 +1,15 @@
 // The command-line host, run as a user runs it.
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include "zantprogram.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-    int code;
-    std::string output;  // both streams
-};
-
-Outcome run(const std::string& command) {
-    Outcome result{-1, ""};
-    std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> piece;
-    for (size_t count; (count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0;)
-        result.output.append(piece.data(), count);
-    const int status = pclose(pipe);
-    result.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
-
-Outcome zant(const std::string& arguments) {
-    return run(ZANT_PROGRAM " " + arguments);
-}
+using namespace ZantProgram;
 
 const std::string examples = ZANT_SOURCE_DIR "/examples/";
 const std::string data = ZANT_SOURCE_DIR "/tests/data/";
-
-std::string temporary(const std::string& name) {
-    return (fs::path(testing::TempDir()) / name).string();
-}
-
-std::string contentOf(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-size_t countOf(const std::string& what, const std::string& text) {
-    size_t count = 0;
-    for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += what.size())
-        ++count;
-    return count;
-}
 
 TEST(Program, ExitCodesAndMessages) {
     struct Row {
@@ -60,6 +18,8 @@ TEST(Program, ExitCodesAndMessages) {
         const char* shown;
     };
     const std::string badFile = temporary("zant_bad.zant");
+    const std::string missingFirst = "check /nonexistent/file " + badFile,
+                      runMissing = "run /nonexistent/file " + badFile;
     std::ofstream(badFile) << "about;\nlihgt a;\n";
     const std::string checkBad = "check " + badFile;
     const std::string runBad = "run " + badFile;
@@ -69,7 +29,9 @@ TEST(Program, ExitCodesAndMessages) {
         {"--version", 0, "3.0.0"},
         {"check", 2, "FILE is required"},
         {"check /nonexistent/file", 1, "No such file"},
-        {"check /", 1, "is a directory"},
+        {missingFirst.c_str(), 1, ": 2 commands, 1 mistake\n"},
+        {runMissing.c_str(), 1, "light"},
+        {"check /", 1, "s a directory"},
         {checkBad.c_str(), 1, ":2:1: unknown command 'lihgt', did you mean 'light'?"},
         {runBad.c_str(), 1, "light"},
         {"run --engine /nonexistent/ /dev/null", 3, "/nonexistent/zant3d.dylib"},
@@ -78,6 +40,8 @@ TEST(Program, ExitCodesAndMessages) {
         {"forms gradients", 0, "fg2_gradients"},
         {"forms postprozess", 1, "did you mean 'postProcess'?"},
         {"forms about", 0, "about1u"},
+        {"forms include", 0, "1 form."},
+        {"forms no_such_$(printf '\\033')", 1, "no_such_\\x1B"},
     };
     for (const Row& row : rows) {
         const Outcome result = zant(row.arguments);
@@ -110,7 +74,7 @@ TEST(Program, SurvivesFilesOfEveryKind) {
         {brokenText, 1, ":2:1:"},
         {unended, 1, ":1:6:"},
         {marked, 0, ""},
-        {folder, 1, "is a directory"},
+        {folder, 1, "s a directory"},
         {folder + "/none/\xC3\x28", 1, "No such file"},
         {std::string(5000, 'n'), 1, "File name too long"},
         {"", 1, "No such file"},
@@ -129,11 +93,15 @@ TEST(Program, SurvivesFilesOfEveryKind) {
 }
 
 TEST(Program, RunsCommandFilesAndReadsValuesBack) {
-    const Outcome result = zant("run --value exposure --value title --value origin --value nothing " + examples +
-                                "room.zant " + examples + "turntable.zant");
-    EXPECT_EQ(result.code, 0) << result.output;
-    for (const char* shown : {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"",
-                              "origin = (0, 1.5, -4)", "nothing = no such value"})
+    const std::string file = temporary("zant_values.zant");
+    write(file, "coordSys places,(1,2,3)@<>;\naxes turned,axes((1,0,0),(0,2,0),(0,0,3));\n");
+    const Outcome result =
+        zant("run --value exposure --value title --value origin --value nothing --value places --value turned " +
+             examples + "room.zant " + examples + "turntable.zant " + file);
+    EXPECT_EQ(result.code, 1) << result.output;
+    for (const char* shown :
+         {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"", "origin = (0, 1.5, -4)",
+          "places = (1, 2, 3) @ <>", "turned = matrix (1, 0, 0) (0, 2, 0) (0, 0, 3)", "no value 'nothing'"})
         EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
 }
 

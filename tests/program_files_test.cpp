@@ -1,0 +1,110 @@
+// What the program reads: files of every kind.
+
+#include "zantprogram.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using namespace ZantProgram;
+
+constexpr const char* scene = "var a,1;\nvar b,2;\n";
+
+/// A folder of its own, in which the shell runs, with a scene in "scene".
+class ProgramFiles : public testing::Test {
+protected:
+    ProgramFiles() {
+        fs::remove_all(folder);
+        fs::create_directory(folder);
+        write("scene", scene);
+    }
+    ~ProgramFiles() override { fs::remove_all(folder); }
+
+    void write(const std::string& name, const std::string& content) const {
+        ZantProgram::write(folder + "/" + name, content);
+    }
+    std::string content(const std::string& name) const { return contentOf(folder + "/" + name); }
+    Outcome shell(const std::string& line) const {
+        return run("cd '" + folder + "'; PATH=" + fs::path(ZANT_PROGRAM).parent_path().string() + ":$PATH; " + line);
+    }
+
+    const std::string folder = temporary("zant_files");
+};
+
+TEST_F(ProgramFiles, EverySubcommandReadsEveryKindOfInput) {
+    constexpr char zeros[] = "var a,1;\n  var b,\0 2;\nvar c,3;\0;\nlihgt;\nvar d,4;";
+    const std::string zero(zeros, sizeof zeros - 1);
+    const std::string wide("\xFF\xFEv\0a\0r\0", 8), wideBare("v\0a\0r\0 \0a\0", 10), wider("v\0\0\0a\0\0\0", 8);
+    const struct {
+        std::string input;
+        std::vector<std::string> places;  // of the mistakes
+        bool rest;                        // whether the commands around them arrive
+    } rows[] = {
+        {zero, {":2:9: a zero byte", ":3:9: a zero byte", ":4:1: unknown command 'lihgt'"}, true},
+        {wide, {":1:1: this is text in UTF-16"}, false},
+        {wideBare, {":1:1: this is text in UTF-16"}, false},
+        {wider, {":1:1: this is text in UTF-32"}, false},
+    };
+    for (const auto& row : rows) {
+        write("in", row.input);
+        for (const std::string line : {"check in", "run in", "convert --to text in", "check - <in", "run - <in",
+                                       "cat in | zant run -", "decode in"}) {
+            const Outcome result = shell((line.rfind("cat", 0) == 0 ? "" : "zant ") + line);
+            EXPECT_EQ(result.code, 1) << line << "\n" << result.output;
+            for (const std::string& place : row.places)
+                EXPECT_EQ(countOf(place, result.output), 1u) << line << ": " << place << "\n" << result.output;
+        }
+        const Outcome values = shell("zant run --value a --value d in");
+        EXPECT_EQ(countOf("a = 1\nd = 4\n", values.output), row.rest) << values.output;
+        EXPECT_EQ(countOf("no value", values.output), row.rest ? 0u : 2u) << values.output;
+    }
+}
+
+TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
+    EXPECT_EQ(shell("zant convert --to binary -o blocks scene").code, 0);
+    EXPECT_EQ(shell("cat blocks | zant run --value b -").output, "b = 2\n");
+    std::string blocks = content("blocks");
+    const size_t first = static_cast<unsigned char>(blocks[0]);
+    std::string foreign = blocks;
+    foreign[8] = 119;  // no command has this number
+    std::string endless = blocks;
+    endless[first - 8] = 0;
+    const struct {
+        std::string input;
+        std::string shown;
+    } rows[] = {
+        {foreign, "in: byte 0: the engine refuses this block"},
+        {endless, "in: byte 0: the block has no end"},
+        {blocks + blocks.substr(0, 20), "the block is cut off"},
+        {blocks + "about;\n", "in: byte " + std::to_string(blocks.size()) + ": no block begins here"},
+    };
+    for (const auto& row : rows) {
+        write("in", row.input);
+        const Outcome result = shell("zant run --value b in");
+        EXPECT_EQ(result.code, 1) << row.shown;
+        EXPECT_EQ(countOf(row.shown, result.output), 1u) << row.shown << "\n" << result.output;
+        EXPECT_EQ(countOf("b = 2\n", result.output), 1u) << "the others are sent: " << result.output;
+    }
+}
+
+TEST_F(ProgramFiles, LinesOfLargeFilesCountFromTheirStart) {
+    const struct {
+        const char* end;    // of each command
+        const char* place;  // of the mistakes
+    } rows[] = {{";\n", ":600001:1:"}, {";\r\n", ":600001:1:"}, {"; ", ":1:"}};
+    for (const auto& row : rows) {
+        std::string text;
+        for (int number = 1000000; number < 1600000; ++number)
+            text += "var a," + std::to_string(number) + row.end;
+        const size_t column = text.size() + 1;
+        write("in", text + "lihgt;");
+        const std::string place = row.place + (row.place == std::string(":1:") ? std::to_string(column) : "");
+        const Outcome result = shell("zant run --value a in");
+        EXPECT_EQ(countOf("Error: ", result.output), 1u);
+        EXPECT_EQ(countOf("in" + place, result.output), 1u) << row.place << "\n" << result.output.substr(0, 500);
+        EXPECT_EQ(countOf("a = 1599999\n", result.output), 1u);
+        EXPECT_EQ(countOf("in" + place, shell("zant check in").output), 1u) << "the same place";
+    }
+}
+
+}  // namespace
