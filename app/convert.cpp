@@ -1,12 +1,9 @@
 // zant convert: writes commands in another encoding.
 
-#include <fmt/core.h>
-
-#include <cstring>
-#include <stdexcept>
-
 #include "app/commandfile.h"
+#include "app/outputfile.h"
 #include "app/program.h"
+#include "app/text.h"
 #include "language/writer.h"
 
 namespace Zant::App {
@@ -18,72 +15,56 @@ struct Options {
     std::vector<std::string> files;
 };
 
-/// Writes commands in one encoding to a file, or to standard output.
-class Output {
+/// Writes commands in one encoding.
+class Converter {
 public:
-    explicit Output(const Options& options)
-        : name(options.output.empty() ? "standard output" : options.output),
-          file(options.output.empty() ? stdout : std::fopen(options.output.c_str(), "wb")),
+    explicit Converter(const Options& options)
+        : out(options.output),
           binary(options.encoding == "binary"),
-          text(options.encoding == "quick" ? TextWriter::Form::Quick : TextWriter::Form::Plain) {
-        if (!file) throw std::runtime_error(fmt::format("{}: {}", name, std::strerror(errno)));
-    }
-    ~Output() {
-        if (file != stdout) std::fclose(file);
-    }
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
+          text(options.encoding == "quick" ? TextWriter::Form::Quick : TextWriter::Form::Plain) {}
 
-    void write(const Command& command) {
-        if (binary) {
-            const void* data = block.write(command);
-            put(data, block.size());
-            return;
+    /// A mistake is told and left out; the commands around it are converted.
+    bool convertFile(const std::string& name) {
+        CommandFile file(name);
+        Command command;
+        bool fine = true;
+        for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
+            if (result == ReadResult::Command) {
+                write(command);
+                continue;
+            }
+            fine = false;
+            complain(file.describeError());
         }
-        const char* line = text.write(command);
-        put(line, std::strlen(line));
-        put("\n", 1);
+        return fine;
     }
-
-    void flush() const {
-        if (std::fflush(file) != 0) throw std::runtime_error(name + ": cannot be written");
-    }
+    void end(bool complete) { complete ? out.finish() : out.giveUp(); }
 
 private:
-    void put(const void* data, size_t size) const {
-        if (std::fwrite(data, 1, size, file) != size) throw std::runtime_error(name + ": cannot be written");
+    void write(const Command& command) {
+        if (binary) {
+            const auto* data = static_cast<const char*>(block.write(command));
+            out.write({data, block.size()});
+            return;
+        }
+        out.write(text.write(command));
+        out.write("\n");
     }
 
-    std::string name;
-    std::FILE* file;
+    OutputFile out;
     bool binary;
     TextWriter text;
     BinaryWriter block;
 };
 
-/// A mistake is told and left out; the commands around it are converted.
-bool convertFile(const std::string& name, Output& output) {
-    CommandFile file(name);
-    Command command;
-    bool fine = true;
-    for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
-        if (result == ReadResult::Command) {
-            output.write(command);
-            continue;
-        }
-        fine = false;
-        fmt::print(stderr, "{}\n", file.describeError());
-    }
-    return fine;
-}
-
 int convert(const Options& options) {
-    Output output(options);
-    bool fine = true;
-    for (const std::string& name : options.files)
-        fine &= convertFile(name, output);
-    output.flush();
-    return fine ? Fine : InputHasErrors;
+    Converter converter(options);
+    const Outcome outcome =
+        readAll(options.files, [&](const std::string& name) { return converter.convertFile(name); });
+    // What cannot be converted would be lost where the output takes the place of the input.
+    const bool losing = outcome == Outcome::HasMistakes && isOneOf(options.output, options.files);
+    converter.end(outcome != Outcome::Unreadable && !losing);
+    return outcome == Outcome::Fine ? Fine : InputHasErrors;
 }
 
 }  // namespace

@@ -6,19 +6,14 @@
 #include <algorithm>
 
 #include "app/commandfile.h"
+#include "app/kinds.h"
+#include "app/outputfile.h"
 #include "app/program.h"
+#include "app/text.h"
 #include "language/writer.h"
 
 namespace Zant::App {
 namespace {
-
-const char* nameOf(ArgumentKind kind) {
-    static constexpr const char* names[] = {"keyword",  "number",      "integer",    "truth value", "unsigned",
-                                            "text",     "vector",      "axes",       "coordinates", "symbol",
-                                            "declares", "bitmap",      "mesh",       "vertex map",  "number list",
-                                            "vectors",  "coordinates", "symbol list"};
-    return names[static_cast<size_t>(kind)];
-}
 
 std::string show(const Command& command, const Value& value, size_t item) {
     switch (value.kind) {
@@ -39,51 +34,74 @@ std::string show(const Command& command, const Value& value, size_t item) {
     }
 }
 
-void showValue(const Command& command, size_t place) {
-    const FormToken& token = command.form->tokens[place];
-    const Value& value = command.values()[place];
-    if (token.kind == ArgumentKind::Keyword) {
-        fmt::print("    {:<12} {} (number {})\n", "keyword", command.keywordText(place), command.keywordNumber(place));
-        return;
-    }
-    if (value.isList) fmt::print("    {:<12} {} items\n", nameOf(token.kind), value.count);
-    for (size_t item = 0; item < value.count; ++item)
-        fmt::print("    {:<12} {}\n", value.isList ? "" : nameOf(token.kind), show(command, value, item));
-}
+struct Options {
+    std::string output;
+    std::vector<std::string> files;
+};
 
-bool decodeFile(const std::string& name) {
-    CommandFile file(name);
+/// Shows commands one after the other, each with its items on lines of their own.
+class Decoder {
+public:
+    explicit Decoder(const Options& options) : out(options.output) {}
+
+    bool decodeFile(const std::string& name) {
+        CommandFile file(name);
+        bool fine = true;
+        for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
+            if (result == ReadResult::Command) {
+                showCommand(file.whereIs(command));
+                continue;
+            }
+            fine = false;
+            out.print("{}\n", shown(file.describeError()));
+        }
+        return fine;
+    }
+    void end(bool complete) { complete ? out.finish() : out.giveUp(); }
+
+private:
+    void showCommand(const std::string& where) {
+        out.print("{}: {}\n", where, shown(writer.write(command)));
+        showItem("function", command.form->function);
+        for (size_t place = 0; place < command.values().size(); ++place)
+            showValue(place);
+    }
+
+    void showValue(size_t place) {
+        const FormToken& token = command.form->tokens[place];
+        const Value& value = command.values()[place];
+        const char* kind = kindRow(token.kind).name;
+        if (token.kind == ArgumentKind::Keyword)
+            return showItem(kind,
+                            fmt::format("{} (number {})", command.keywordText(place), command.keywordNumber(place)));
+        if (value.isList) showItem(kind, counted(value.count, "item"));
+        for (size_t item = 0; item < value.count; ++item)
+            showItem(value.isList ? "" : kind, shown(show(command, value, item)));
+    }
+
+    void showItem(const char* kind, const std::string& content) { out.print("    {:<26} {}\n", kind, content); }
+
+    OutputFile out;
     Command command;
     TextWriter writer;
-    bool fine = true;
-    for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
-        if (result == ReadResult::Error) {
-            fine = false;
-            fmt::print("{}\n", file.describeError());
-            continue;
-        }
-        fmt::print("{}: {}\n", file.whereIs(command), writer.write(command));
-        fmt::print("    {:<12} {}\n", "function", command.form->function);
-        for (size_t place = 0; place < command.values().size(); ++place)
-            showValue(command, place);
-    }
-    return fine;
-}
+};
 
-int decode(const std::vector<std::string>& files) {
-    bool fine = true;
-    for (const std::string& name : files)
-        fine &= decodeFile(name);
-    return fine ? Fine : InputHasErrors;
+int decode(const Options& options) {
+    refuseToReplace(options.files, options.output);
+    Decoder decoder(options);
+    const Outcome outcome = readAll(options.files, [&](const std::string& name) { return decoder.decodeFile(name); });
+    decoder.end(outcome != Outcome::Unreadable);
+    return outcome == Outcome::Fine ? Fine : InputHasErrors;
 }
 
 }  // namespace
 
 void addDecode(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("decode", "Show commands of any encoding, item by item");
-    auto files = std::make_shared<std::vector<std::string>>();
-    command->add_option("FILE", *files, "Command files in any encoding; - is standard input")->required();
-    command->callback([files, &exitCode] { exitCode = decode(*files); });
+    auto options = std::make_shared<Options>();
+    command->add_option("-o,--output", options->output, "File to write (default: standard output)");
+    command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
+    command->callback([options, &exitCode] { exitCode = decode(*options); });
 }
 
 }  // namespace Zant::App

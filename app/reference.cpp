@@ -9,48 +9,15 @@
 #include <stdexcept>
 
 #include "app/example.h"
+#include "app/kinds.h"
+#include "app/outputfile.h"
 #include "app/program.h"
+#include "app/text.h"
 #include "language/lookup.h"
 #include "language/writer.h"
 
 namespace Zant::App {
 namespace {
-
-/// What a reader has to know of each kind of argument, in the order of ArgumentKind.
-struct KindRow {
-    const char* letter;
-    const char* name;
-    const char* parameter;
-    const char* text;
-    const char* words;
-};
-const KindRow kinds[] = {
-    {"", "keyword", "", "the word; in quick text its number: `[6]`", "its number"},
-    {"d", "number", "double", "`0.5`, at most eight decimals", "0, then the double"},
-    {"i", "integer", "int", "`2`", "as a number"},
-    {"b", "truth value", "bool", "`1` or `0`", "as a number"},
-    {"u", "unsigned", "unsigned long", "`2`", "as a number"},
-    {"s", "text", "const char*, const wchar_t*", "`\"wood.png\"`, a quote inside doubled",
-     "its length in bytes, then the bytes and a zero byte"},
-    {"V", "vector", "const Vector&", "`(1,0.5,0.25)`, one to four components", "their count, then the components"},
-    {"A", "axes", "const Axes&", "`<90,0,0>`: heading, pitch and bank in degrees, radians in memory",
-     "the number of rows, then three doubles for each"},
-    {"C", "coordinate system", "const CoordSys&", "`(0,1.5,-4)` and, unless it is the eye, the axes behind an at sign",
-     "the three doubles of the position, then the axes"},
-    {"S", "symbol", "const Symbol&", "its name",
-     "0, then its registered word; its name as a text while it is not registered"},
-    {"N", "declared symbol", "Symbol&", "its name; the function registers the symbol", "as a symbol"},
-    {"B", "bitmap", "const BitmapSymbol&", "its name", "as a symbol"},
-    {"M", "mesh", "const MeshSymbol&", "its name", "as a symbol"},
-    {"X", "vertex map", "const VertexMapSymbol&", "its name", "as a symbol"},
-    {"Ld", "list of numbers", "const VarLenDouble&", "`{0,1,2}`; one item stands without braces",
-     "-2, the length of the items in bytes, the items, -3"},
-    {"LV", "list of vectors", "const VarLenVector&", "`{(0,2,0),(1,0.5,0.25)}`", "the same"},
-    {"LC", "list of coordinate systems", "const VarLenCoordSys&", "as the items, in braces", "the same"},
-    {"LS", "list of symbols", "const VarLenSymbol&", "`{object,object2}`", "the same"},
-};
-static_assert(sizeof kinds / sizeof kinds[0] == static_cast<size_t>(ArgumentKind::SymbolList) + 1,
-              "one row for each kind");
 
 /// Forms that share the first keyword behind the command word; of all forms without one, the keyword is null.
 struct Section {
@@ -122,42 +89,20 @@ std::string argumentsOf(const Form& form) {
     std::string text;
     for (uint16_t place = 0; place < form.tokenCount; ++place) {
         if (form.tokens[place].kind == ArgumentKind::Keyword) continue;
-        text += (text.empty() ? "" : ", ") + std::string(kinds[static_cast<size_t>(form.tokens[place].kind)].name);
+        text += (text.empty() ? "" : ", ") + std::string(kindRow(form.tokens[place].kind).name);
     }
     return text.empty() ? "none" : text;
 }
 
-/// One page, written to a file of its own.
-class Page {
-public:
-    Page(const std::filesystem::path& directory, const std::string& id)
-        : name((directory / (id + ".md")).string()), file(std::fopen(name.c_str(), "wb")) {
-        if (!file) throw std::runtime_error(fmt::format("{}: {}", name, std::strerror(errno)));
-    }
-    ~Page() { std::fclose(file); }
-    Page(const Page&) = delete;
-    Page& operator=(const Page&) = delete;
-
-    template <class... Arguments>
-    void add(fmt::format_string<Arguments...> format, Arguments&&... arguments) {
-        const std::string text = fmt::format(format, std::forward<Arguments>(arguments)...);
-        std::fputs(text.c_str(), file);
-    }
-
-    void finish() {
-        if (std::fflush(file) != 0 || std::ferror(file)) throw std::runtime_error(name + ": cannot be written");
-    }
-
-private:
-    std::string name;
-    std::FILE* file;
-};
+std::string pageFile(const std::filesystem::path& directory, const std::string& id) {
+    return (directory / (id + ".md")).string();
+}
 
 /// The page of one command word.
 class CommandPage {
 public:
     CommandPage(const std::filesystem::path& directory, int commandNumber)
-        : number(commandNumber), word(commandWord(number)), page(directory, "command_" + word) {}
+        : number(commandNumber), word(commandWord(number)), page(pageFile(directory, "command_" + word)) {}
 
     void write() {
         const std::vector<Section> sections = sectionsOf(number);
@@ -172,87 +117,92 @@ private:
 
     void writeHead(const std::vector<Section>& sections) {
         const size_t forms = formsOf(number).size(), functions = functionCount(number);
-        page.add("# {0} {{#command_{0}}}\n\n", word);
-        page.add("The command word `{}`, number {} in quick text and binary words, of the group [{}](@ref group_{}): ",
-                 word, number, groupOf(number), groupOf(number));
-        page.add("{} {}, {} typed {}. ", forms, forms == 1 ? "form" : "forms", functions,
-                 functions == 1 ? "function" : "functions");
-        page.add("What the letters stand for: [arguments](@ref command_arguments).\n\n");
+        page.print("# {0} {{#command_{0}}}\n\n", word);
+        page.print(
+            "The command word `{}`, number {} in quick text and binary words, of the group [{}](@ref group_{}): ", word,
+            number, groupOf(number), groupOf(number));
+        page.print("{}, {}. ", counted(forms, "form"), counted(functions, "typed function"));
+        page.print("What the letters stand for: [arguments](@ref command_arguments).\n\n");
         std::string links;
         for (const Section& section : sections) {
             if (!section.keyword) continue;
             links +=
                 fmt::format("{}[{}](@ref {})", links.empty() ? "" : " &middot;\n", section.keyword, anchorOf(section));
         }
-        if (!links.empty()) page.add("{}\n\n", links);
+        if (!links.empty()) page.print("{}\n\n", links);
     }
 
     void writeSection(const Section& section) {
         if (section.keyword) {
             const std::string keyword = section.keyword, said = spoken(keyword);
             const std::string title = said == keyword ? "" : fmt::format(" ({})", said);
-            page.add("## {} {}{} {{#{}}}\n\n", word, keyword, title, anchorOf(section));
+            page.print("## {} {}{} {{#{}}}\n\n", word, keyword, title, anchorOf(section));
         }
-        page.add("| Form | Arguments | Function |\n|---|---|---|\n");
+        page.print("| Form | Arguments | Function |\n|---|---|---|\n");
         for (const Form* form : section.forms) {
-            page.add("| `{}` | {} | {}(){} |\n", form->notation, argumentsOf(*form), form->function,
-                     form->wideFunction ? fmt::format(" {}()", form->wideFunction) : "");
+            page.print("| `{}` | {} | {}(){} |\n", form->notation, argumentsOf(*form), form->function,
+                       form->wideFunction ? fmt::format(" {}()", form->wideFunction) : "");
         }
         writeExample(mostTelling(section.forms));
     }
 
     void writeExample(const Form& form) {
         makeExample(form, command);
-        page.add("\nIn C++:\n\n```cpp\n{}```\n\n", statementsFor(command));
-        page.add("As plain text, quick text and binary words:\n\n");
-        page.add("```{{.unparsed}}\n{}\n```\n\n", plain.write(command));
-        page.add("```{{.unparsed}}\n{}\n```\n\n", quick.write(command));
-        page.add("```{{.unparsed}}\n{}```\n\n", blockWords(command));
+        page.print("\nIn C++:\n\n```cpp\n{}```\n\n", statementsFor(command));
+        page.print("As plain text, quick text and binary words:\n\n");
+        page.print("```{{.unparsed}}\n{}\n```\n\n", plain.write(command));
+        page.print("```{{.unparsed}}\n{}\n```\n\n", quick.write(command));
+        page.print("```{{.unparsed}}\n{}```\n\n", blockWords(command));
     }
 
     int number;
     std::string word;
-    Page page;
+    OutputFile page;
     Command command;
     TextWriter plain;
     TextWriter quick{TextWriter::Form::Quick};
 };
 
 void writeGroup(const std::filesystem::path& directory, const std::string& group, const std::vector<int>& commands) {
-    Page page(directory, "group_" + group);
-    page.add("# {} {{#group_{}}}\n\n| Command word | Forms | Functions |\n|---|---|---|\n", capitalised(group), group);
+    OutputFile page(pageFile(directory, "group_" + group));
+    page.print("# {} {{#group_{}}}\n\n| Command word | Forms | Functions |\n|---|---|---|\n", capitalised(group),
+               group);
     for (const int command : commands)
-        page.add("| @subpage command_{} | {} | {} |\n", commandWord(command), formsOf(command).size(),
-                 functionCount(command));
+        page.print("| @subpage command_{} | {} | {} |\n", commandWord(command), formsOf(command).size(),
+                   functionCount(command));
     page.finish();
 }
 
 void writeOverview(const std::filesystem::path& directory, const std::vector<std::string>& groups, size_t words) {
-    Page page(directory, "commands");
+    OutputFile page(pageFile(directory, "commands"));
     size_t functions = 0;
     for (const int command : commandsInOrder())
         functions += functionCount(command);
-    page.add("# Commands {{#commands}}\n\n");
-    page.add("{} command words with {} forms, and {} typed functions for them. Each word has a page, ", words,
-             allForms().size(), functions);
-    page.add(
+    page.print("# Commands {{#commands}}\n\n");
+    page.print("{} command words with {} forms, and {} typed functions for them. Each word has a page, ", words,
+               allForms().size(), functions);
+    page.print(
         "each keyword behind it a section with its forms and an example. To find one, type the keyword or the "
         "words that it is made of into the search: `imageSampler`, `image sampler`.\n\n");
     for (const std::string& group : groups)
-        page.add("- @subpage group_{}\n", group);
-    page.add(
+        page.print("- @subpage group_{}\n", group);
+    page.print(
         "\nThe examples in C++ are given a prototyper, for example `Prototyper proto(instance);`. A symbol of the "
         "name `object` stands for one that exists already.\n\n");
-    page.add("## Arguments of commands {{#command_arguments}}\n\n");
-    page.add("| Letter | Argument | C++ parameter | Text | Binary words |\n|---|---|---|---|---|\n");
-    for (const KindRow& kind : kinds)
-        page.add("| {} | {} | {} | {} | {} |\n", *kind.letter ? fmt::format("`{}`", kind.letter) : "", kind.name,
-                 *kind.parameter ? fmt::format("`{}`", kind.parameter) : "", kind.text, kind.words);
+    page.print("## Arguments of commands {{#command_arguments}}\n\n");
+    page.print("| Letter | Argument | C++ parameter | Text | Binary words |\n|---|---|---|---|---|\n");
+    for (size_t number = 0; number <= static_cast<size_t>(ArgumentKind::SymbolList); ++number) {
+        const KindRow& kind = kindRow(static_cast<ArgumentKind>(number));
+        page.print("| {} | {} | {} | {} | {} |\n", *kind.letter ? fmt::format("`{}`", kind.letter) : "", kind.name,
+                   *kind.parameter ? fmt::format("`{}`", kind.parameter) : "", kind.text, kind.words);
+    }
     page.finish();
 }
 
 int writeReference(const std::filesystem::path& directory) {
-    std::filesystem::create_directories(directory);
+    std::error_code failure;
+    std::filesystem::create_directories(directory, failure);
+    if (failure) throw OutputError(directory.string() + ": cannot be made: " + failure.message());
     const std::vector<int> commands = commandsInOrder();
     std::vector<std::string> groups;
     for (const int command : commands) {
@@ -266,7 +216,7 @@ int writeReference(const std::filesystem::path& directory) {
         writeGroup(directory, group, members);
     }
     writeOverview(directory, groups, commands.size());
-    fmt::print("{} command words\n", commands.size());
+    fmt::print("{}\n", counted(commands.size(), "command word"));
     return Fine;
 }
 

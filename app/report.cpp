@@ -3,15 +3,15 @@
 #include <fmt/core.h>
 #include <sys/utsname.h>
 
-#include <algorithm>
 #include <deque>
-#include <fstream>
-#include <stdexcept>
 
 #include "app/commandfile.h"
+#include "app/outputfile.h"
+#include "app/pathless.h"
 #include "app/probe.h"
 #include "app/program.h"
 #include "app/session.h"
+#include "app/text.h"
 #include "language/writer.h"
 
 namespace Zant::App {
@@ -25,24 +25,6 @@ struct Options {
     std::vector<std::string> files;
 };
 
-/// The last part of a path, which may end with its separator; other words as they are.
-std::string lastPart(const std::string& word) {
-    const size_t separator = word.find_last_of('/', word.size() - 2);
-    return separator == std::string::npos ? word : "..." + word.substr(separator);
-}
-
-/// A path says who and where somebody is: only its last part goes into a report.
-std::string withoutPaths(const std::string& text) {
-    constexpr const char* between = " \t\n:;\"'(),";
-    std::string result;
-    for (size_t from = 0; from < text.size();) {
-        const size_t end = std::min(text.find_first_of(between, from), text.size());
-        result += lastPart(text.substr(from, end - from)) + text.substr(end, 1);
-        from = end + 1;
-    }
-    return result;
-}
-
 std::string versions() {
     utsname system{};
     uname(&system);
@@ -50,36 +32,37 @@ std::string versions() {
                        system.machine);
 }
 
-/// The last commands of a file, mistakes included, as they were understood.
-std::string lastOf(const std::string& name) {
+/// Adds the last commands of a file, mistakes included, as they were understood.
+/// @return whether there was no mistake
+bool addLastOf(const std::string& name, std::string& report) {
     CommandFile file(name);
     Command command;
     TextWriter writer;
     std::deque<std::string> last;
-    size_t count = 0;
+    size_t count = 0, mistakes = 0;
     for (ReadResult result; (result = file.next(command)) != ReadResult::End; ++count) {
+        mistakes += result == ReadResult::Error;
         last.push_back(result == ReadResult::Command ? writer.write(command) : "# " + file.describeError());
         if (last.size() > lastCommands) last.pop_front();
     }
-    std::string text = fmt::format("\n-- the last {} of {} commands of {}\n", last.size(), count, name);
+    report += fmt::format("\n-- the last {} of {} of {}\n", last.size(), counted(count, "command"), name);
     for (const std::string& line : last)
-        text += line + "\n";
-    return text;
+        report += line + "\n";
+    return mistakes == 0;
 }
 
 int report(const Options& options) {
-    const ProbeFinding finding = probeEngine(options.engine.empty() ? loopbackDirectory() : options.engine);
+    refuseToReplace(options.files, options.output);
+    const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
+    const ProbeFinding finding = probeEngine(directory);
     std::string text = versions() + "\n-- engine\n" + finding.text;
-    for (const std::string& name : options.files)
-        text += lastOf(name);
-    text = withoutPaths(text);
-    if (options.output.empty()) {
-        fmt::print("{}", text);
-        return Fine;
-    }
-    std::ofstream file(options.output, std::ios::binary);
-    if (!(file << text).flush()) throw std::runtime_error(options.output + ": cannot be written");
-    return Fine;
+    const Outcome outcome = readAll(options.files, [&](const std::string& name) { return addLastOf(name, text); });
+    std::vector<std::string> paths = options.files;
+    paths.push_back(directory);
+    OutputFile out(options.output);
+    out.write(shown(withoutPaths(text, paths), "\n\t"));
+    outcome == Outcome::Unreadable ? out.giveUp() : out.finish();
+    return !finding.loads ? EngineNotLoaded : outcome == Outcome::Fine ? Fine : InputHasErrors;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// Parts of the program that are seen best from inside: what is escaped, what is guessed.
+// Parts of the program that are seen best from inside: what is escaped, what is shortened, what is guessed.
 
+#include "app/pathless.h"
 #include "app/readback.h"
 #include "app/text.h"
 #include "recordingengine.h"
@@ -27,6 +28,31 @@ TEST(AppText, EscapesWhatATerminalShouldNotBeGiven) {
     for (const auto& row : rows)
         EXPECT_EQ(shown(row.bytes), row.shown);
     EXPECT_EQ(shown("a\n\tb\r", "\n\t"), "a\n\tb\\x0D");
+}
+
+TEST(AppText, ShortensPathsOfEveryPlatform) {
+    const struct {
+        const char* text;
+        const char* shortened;
+    } rows[] = {
+        {"file         /home/jane doe/my engine/zant3.dylib: opened", "file         .../zant3.dylib: opened"},
+        {"directory    /home/jane/engine/\n", "directory    .../engine/\n"},
+        {"bitmap b,file,\"C:\\Users\\Jane Doe\\wood.png\";", "bitmap b,file,\"...\\wood.png\";"},
+        {"bitmap b,file,\"textures/jane's room, (old)/wood.png\";", "bitmap b,file,\".../wood.png\";"},
+        {"cannot read 'D:/Jane/a b.zant'", "cannot read '.../a b.zant'"},
+        {"C:\\Users\\Jane\\x.dll: cannot open", "...\\x.dll: cannot open"},
+        {"\\\\server\\jane\\x.dll", "...\\x.dll"},
+        {"the engine's /home/jane/x and\nmore", "the engine's .../x and\nmore"},
+        {"echo \"a / b\"; not closed \"/home/jane\nfg gradients,0.5,2;",
+         "echo \"a / b\"; not closed \".../jane\nfg gradients,0.5,2;"},
+    };
+    for (const auto& row : rows) {
+        const std::string once = withoutPaths(row.text, {"/home/jane/known"});
+        EXPECT_EQ(once, row.shortened);
+        EXPECT_EQ(withoutPaths(once, {}), once) << "shortened twice";
+    }
+    EXPECT_EQ(withoutPaths("/home/o, jane (old)/a.zant:3:1: what", {"/home/o, jane (old)/a.zant"}),
+              ".../a.zant:3:1: what");
 }
 
 using ReadBack = RecordingEngine::Test;

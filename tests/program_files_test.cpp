@@ -1,4 +1,7 @@
-// What the program reads: files of every kind.
+// What the program reads and writes: files of every kind, whole or not at all.
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include "zantprogram.h"
 
@@ -27,9 +30,90 @@ protected:
     Outcome shell(const std::string& line) const {
         return run("cd '" + folder + "'; PATH=" + fs::path(ZANT_PROGRAM).parent_path().string() + ":$PATH; " + line);
     }
+    bool has(const std::string& name) const { return fs::exists(fs::symlink_status(folder + "/" + name)); }
+    /// Files that the program left beside its output.
+    size_t leftovers() const {
+        size_t count = 0;
+        for (const auto& entry : fs::directory_iterator(folder))
+            count += entry.path().filename().string()[0] == '.';
+        return count;
+    }
 
     const std::string folder = temporary("zant_files");
 };
+
+TEST_F(ProgramFiles, OutputsChangeAsAWholeOrNotAtAll) {
+    const std::string old = "old\n", quick = "[18],a,1;\n[18],b,2;\n", text = scene, bad = "about;\nlihgt;\n";
+    write("bad", bad);
+    const struct {
+        const char* line;
+        int code;
+        std::string output;  // what "out" then holds
+    } rows[] = {
+        {"zant convert --to quick -o out scene", 0, quick},
+        {"zant convert --to quick -o out - <scene", 0, quick},
+        {"cp scene out; zant convert --to quick -o out out", 0, quick},
+        {"cp scene out; zant convert --to quick -o out - <out", 0, quick},
+        {"zant convert --to quick -o out missing", 1, old},
+        {"zant convert --to quick -o out scene missing", 1, old},
+        {"zant convert --to text -o out bad", 1, "about;\n"},
+        {"cp bad out; zant convert --to text -o out out", 1, bad},
+        {"zant decode -o out missing", 1, old},
+        {"cp scene out; zant report -o out out", 2, text},
+        {"cp scene out; zant decode -o out ./out", 2, text},
+        {"zant report -o out missing", 1, old},
+        {"(ulimit -f 0; zant convert --to quick -o out scene)", 4, old},
+        {"sleep 1 | zant convert --to text -o out - & sleep 0.3; kill $!; wait $!; [ $? = 143 ]", 0, old},
+        {"zant convert --to text -o /dev/stdout scene >out", 0, text},
+        {"zant convert --to text -o - scene >out", 0, text},
+        {"mkfifo pipe; cat pipe >out & zant convert --to text -o pipe scene; wait; [ -p pipe ]", 0, text},
+    };
+    for (const auto& row : rows) {
+        write("out", old);
+        const Outcome result = shell(row.line);
+        EXPECT_EQ(result.code, row.code) << row.line << "\n" << result.output;
+        EXPECT_EQ(content("out"), row.output) << row.line << "\n" << result.output;
+        EXPECT_EQ(leftovers(), 0u) << row.line;
+    }
+}
+
+TEST_F(ProgramFiles, OutputsFollowLinksAndKeepTheMode) {
+    fs::create_directory(folder + "/below");
+    write("below/real", "old\n");
+    fs::permissions(folder + "/below/real", fs::perms(0640));
+    fs::create_symlink("below/real", folder + "/link");
+    fs::create_symlink("link", folder + "/second");
+    fs::create_symlink("below/new", folder + "/dangling");
+    EXPECT_EQ(
+        shell("umask 027; zant convert --to text -o second scene && zant convert --to text -o dangling scene").code, 0);
+    for (const char* name : {"below/real", "below/new"}) {
+        EXPECT_EQ(content(name), scene) << name;
+        EXPECT_EQ(fs::status(folder + "/" + name).permissions(), fs::perms(0640)) << name;
+    }
+    for (const char* name : {"link", "second", "dangling"})
+        EXPECT_TRUE(fs::is_symlink(folder + "/" + name)) << name;
+    EXPECT_EQ(shell("zant convert --to text -o none/new scene").code, 4);
+    EXPECT_EQ(shell("zant convert --to text -o below scene").code, 4);
+    EXPECT_EQ(shell("zant convert --to text -o missing/../new missing").code, 4);
+    EXPECT_EQ(shell("zant convert --to text -o new missing").code, 1);
+    EXPECT_FALSE(has("new"));
+}
+
+TEST_F(ProgramFiles, EverySubcommandNoticesAFullDisk) {
+    if (!fs::exists("/dev/full")) GTEST_SKIP() << "this platform has no full device";
+    const std::string engine = fs::path(ZANT_PROGRAM).parent_path().parent_path().string() + "/lib/zant/loopback/";
+    for (const std::string line :
+         {"--help >", "--version >", "check scene >", "forms light >", 
+          "convert --to binary scene >", "decode scene >", "run examples >", "report scene >", "reference below >",
+          "convert --to text scene -o ", "report scene -o ", "decode scene -o "}) {
+        write("examples", "about;\n");
+        const Outcome result = shell("zant " + line + "/dev/full");
+        EXPECT_EQ(result.code, 4) << line << "\n" << result.output;
+        EXPECT_EQ(countOf("cannot be written", result.output), 1u) << line << "\n" << result.output;
+    }
+    EXPECT_EQ(shell("zant reference scene/below").code, 4);
+    EXPECT_EQ(shell("zant check scene >&-").code, 4);
+}
 
 TEST_F(ProgramFiles, EverySubcommandReadsEveryKindOfInput) {
     constexpr char zeros[] = "var a,1;\n  var b,\0 2;\nvar c,3;\0;\nlihgt;\nvar d,4;";
@@ -48,7 +132,7 @@ TEST_F(ProgramFiles, EverySubcommandReadsEveryKindOfInput) {
     for (const auto& row : rows) {
         write("in", row.input);
         for (const std::string line : {"check in", "run in", "convert --to text in", "check - <in", "run - <in",
-                                       "cat in | zant run -", "decode in"}) {
+                                       "cat in | zant run -", "decode in", "report in"}) {
             const Outcome result = shell((line.rfind("cat", 0) == 0 ? "" : "zant ") + line);
             EXPECT_EQ(result.code, 1) << line << "\n" << result.output;
             for (const std::string& place : row.places)

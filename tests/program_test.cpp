@@ -42,6 +42,7 @@ TEST(Program, ExitCodesAndMessages) {
         {"forms about", 0, "about1u"},
         {"forms include", 0, "1 form."},
         {"forms no_such_$(printf '\\033')", 1, "no_such_\\x1B"},
+        {"check --help", 0, "4  the output could not be written"},
     };
     for (const Row& row : rows) {
         const Outcome result = zant(row.arguments);
