@@ -2,39 +2,116 @@
 
 #include <fmt/core.h>
 
+#include <filesystem>
+#include <set>
+#include <utility>
+
 #include "app/commandfile.h"
+#include "app/findings.h"
 #include "app/program.h"
 #include "app/text.h"
 
 namespace Zant::App {
 namespace {
 
-bool checkFile(const std::string& name) {
-    CommandFile file(name);
-    Command command;
-    size_t commands = 0;
-    size_t mistakes = 0;
-    for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
-        ++commands;
-        if (result == ReadResult::Command) continue;
-        ++mistakes;
-        fmt::print("{}\n", shown(file.describeError()));
-    }
-    fmt::print("{}: {}, {}\n", shown(file.fileName()), counted(commands, "command"), counted(mistakes, "mistake"));
-    return mistakes == 0;
+namespace fs = std::filesystem;
+
+struct Options {
+    bool json = false;
+    bool includes = false;
+    std::vector<std::string> files;
+};
+
+/// Files that include each other deeper than this are refused by the engine.
+constexpr size_t deepest = 16;
+
+/// A file is looked for beside the file that includes it, then where it says.
+fs::path locate(const std::string& name, const std::string& includer) {
+    const fs::path beside = fs::path(includer).parent_path() / name;
+    std::error_code ignored;
+    return fs::is_regular_file(beside, ignored) ? beside : fs::path(name);
 }
 
-int check(const std::vector<std::string>& files) {
-    return readAll(files, checkFile) == Outcome::Fine ? Fine : InputHasErrors;
-}
+/// Checks files, and when asked those that they include, each of these once.
+class Checker {
+public:
+    explicit Checker(const Options& chosen) : options(chosen) {}
+
+    bool checkAll() {
+        for (const std::string& name : options.files)
+            checkFile(name);
+        return fine;
+    }
+
+private:
+    void checkFile(const std::string& name) {
+        std::error_code ignored;
+        const fs::path itself = fs::canonical(name, ignored);
+        const size_t outer = std::exchange(mistakes, 0);
+        open.insert(itself);
+        try {
+            CommandFile file(name);
+            checkCommands(file);
+        } catch (const InputError& error) {
+            fine = false;
+            options.json ? tell(findingAsJson(name, error.what())) : complain(error.what());
+        }
+        open.erase(itself);
+        mistakes = outer;
+    }
+
+    void checkCommands(CommandFile& file) {
+        Command command;
+        size_t commands = 0;
+        for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
+            ++commands;
+            if (result == ReadResult::Error)
+                tell(file.fileName(), file.diagnostic());
+            else if (options.includes && std::string_view(command.word()) == "include")
+                follow(command, file.fileName());
+        }
+        if (!options.json)
+            tell(
+                fmt::format("{}: {}, {}", file.fileName(), counted(commands, "command"), counted(mistakes, "mistake")));
+    }
+
+    void follow(const Command& command, const std::string& includer) {
+        const std::string name = command.text(command.values()[0]);
+        const fs::path path = locate(name, includer);
+        std::error_code failure;
+        const fs::path file = fs::canonical(path, failure);
+        // Devices and pipes may have no end; the engine does not read them either.
+        if (failure || !fs::is_regular_file(file, failure))
+            return tell(includer, {command.position, "cannot read the file '" + name + "'", ""});
+        if (open.count(file)) return tell(includer, {command.position, "the file '" + name + "' includes itself", ""});
+        if (open.size() > deepest) return tell(includer, {command.position, "files are included too deeply", ""});
+        if (seen.insert(file).second) checkFile(path.string());
+    }
+
+    void tell(const std::string& file, const Diagnostic& diagnostic) {
+        fine = false;
+        ++mistakes;
+        tell(options.json ? findingAsJson(file, diagnostic) : diagnostic.describe(file.c_str()));
+    }
+    static void tell(const std::string& line) { fmt::print("{}\n", shown(line)); }
+
+    const Options& options;
+    bool fine = true;
+    size_t mistakes = 0;      // of the file that is being checked
+    std::set<fs::path> open;  // files that are being checked, one inside the other
+    std::set<fs::path> seen;  // included files
+};
 
 }  // namespace
 
 void addCheck(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("check", "Name every command that the vocabulary does not have");
-    auto files = std::make_shared<std::vector<std::string>>();
-    command->add_option("FILE", *files, "Command files in any encoding; - is standard input")->required();
-    command->callback([files, &exitCode] { exitCode = check(*files); });
+    auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json,
+                      "Write each mistake as a JSON object on a line of its own, nothing else");
+    command->add_flag("--includes", options->includes, "Check the files of 'include' commands as well, each once");
+    command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
+    command->callback([options, &exitCode] { exitCode = Checker(*options).checkAll() ? Fine : InputHasErrors; });
 }
 
 }  // namespace Zant::App

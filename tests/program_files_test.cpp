@@ -1,8 +1,5 @@
 // What the program reads and writes: files of every kind, whole or not at all.
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include "zantprogram.h"
 
 namespace {
@@ -103,7 +100,7 @@ TEST_F(ProgramFiles, EverySubcommandNoticesAFullDisk) {
     if (!fs::exists("/dev/full")) GTEST_SKIP() << "this platform has no full device";
     const std::string engine = fs::path(ZANT_PROGRAM).parent_path().parent_path().string() + "/lib/zant/loopback/";
     for (const std::string line :
-         {"--help >", "--version >", "check scene >", "forms light >", 
+         {"--help >", "--version >", "check scene >", "check --json missing >", "forms light >", "forms --json fg >",
           "convert --to binary scene >", "decode scene >", "run examples >", "report scene >", "reference below >",
           "convert --to text scene -o ", "report scene -o ", "decode scene -o "}) {
         write("examples", "about;\n");
@@ -171,24 +168,66 @@ TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
     }
 }
 
-TEST_F(ProgramFiles, LinesOfLargeFilesCountFromTheirStart) {
+TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {
     const struct {
-        const char* end;    // of each command
-        const char* place;  // of the mistakes
-    } rows[] = {{";\n", ":600001:1:"}, {";\r\n", ":600001:1:"}, {"; ", ":1:"}};
+        const char* front;  // of each command, in front of its number
+        const char* behind;
+    } rows[] = {
+        {"var a,", ";\n"},
+        {"var a,", "; "},
+        {"string a,\"", "; a quoted text that holds what ends a command\nin front of what is most of it\";\r\n"},
+    };
     for (const auto& row : rows) {
         std::string text;
-        for (int number = 1000000; number < 1600000; ++number)
-            text += "var a," + std::to_string(number) + row.end;
-        const size_t column = text.size() + 1;
+        int number = 1000000;
+        while (text.size() < 9000000)
+            text += row.front + std::to_string(++number) + row.behind;
+        const size_t column = text.size() - (text.rfind('\n') + 1) + 1;
+        const std::string place =
+            "in:" + std::to_string(countOf("\n", text) + 1) + ":" + std::to_string(column) + ": unknown command";
         write("in", text + "lihgt;");
-        const std::string place = row.place + (row.place == std::string(":1:") ? std::to_string(column) : "");
         const Outcome result = shell("zant run --value a in");
-        EXPECT_EQ(countOf("Error: ", result.output), 1u);
-        EXPECT_EQ(countOf("in" + place, result.output), 1u) << row.place << "\n" << result.output.substr(0, 500);
-        EXPECT_EQ(countOf("a = 1599999\n", result.output), 1u);
-        EXPECT_EQ(countOf("in" + place, shell("zant check in").output), 1u) << "the same place";
+        EXPECT_EQ(countOf("Error: ", result.output), 1u) << result.output.substr(0, 500);
+        EXPECT_EQ(countOf(place, result.output), 1u) << place << "\n" << result.output.substr(0, 500);
+        EXPECT_EQ(countOf("a = " + std::to_string(number), result.output), 1u) << row.front;
+        EXPECT_EQ(countOf(place, shell("zant check in").output), 1u) << "the same place";
     }
+}
+
+TEST_F(ProgramFiles, TerminalsAreGivenNoControlCharacters) {
+    if (shell("command -v script >/dev/null").code != 0) GTEST_SKIP() << "there is no script command";
+    write("in", "echo \"\x1B[2Jgr\xC3\xBC\xC3\x9F\xFF\";\nstring s,\"\x1B\";\n\x1Bhgt;\n");
+    for (const std::string line :
+         {"run --value s in", "convert --to text in", "decode in", "report in", "convert --to binary in"}) {
+        const std::string shownThere = shell("script -qec 'zant " + line + "' /dev/null </dev/null").output;
+        EXPECT_EQ(countOf("\x1B", shownThere) + countOf("\xFF", shownThere), 0u) << line;
+        EXPECT_GT(countOf("\\x1B", shownThere), 0u) << line << shownThere;
+    }
+    EXPECT_EQ(shell("zant convert --to text in 2>/dev/null").output,
+              content("in").substr(0, content("in").find("\x1Bhgt")));
+}
+
+TEST_F(ProgramFiles, CheckFollowsIncludesAndWritesJson) {
+    fs::create_directory(folder + "/below");
+    write("top", "include \"below/one\";\ninclude \"below/one\";\ninclude \"none\";\ninclude \"/dev/zero\";\n");
+    write("below/one", "include \"two\";\nlihgt;\n");
+    write("below/two", "about;\ninclude \"../top\";\n\"\xFF\x1B\";\n");
+    EXPECT_EQ(shell("zant check top").code, 0);
+    const Outcome result = shell("zant check --includes --json top missing");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(countOf("\n", result.output), 6u) << result.output;
+    for (const char* line :
+         {R"({"file":"below/two","offset":7,"line":2,"column":1,"message":"the file '../top' includes itself"})",
+          R"({"file":"below/one","offset":15,"line":2,"column":1,"message":"unknown command 'lihgt')",
+          R"(did you mean 'light'?","suggestion":"light"})",
+          R"({"file":"top","offset":42,"line":3,"column":1,"message":"cannot read the file 'none'"})",
+          R"("message":"cannot read the file '/dev/zero'"})",
+          R"({"file":"missing","message":"missing: No such file or directory"})"})
+        EXPECT_EQ(countOf(line, result.output), 1u) << line << "\n" << result.output;
+    EXPECT_EQ(countOf("top: 4 commands, 2 mistakes\n", shell("zant check --includes top").output), 1u);
+    EXPECT_EQ(countOf("below/one: 2 commands, 1 mistake\n", shell("zant check --includes top").output), 1u);
+    EXPECT_EQ(shell("zant forms --json 'fg gradients'").output.substr(0, 56),
+              R"({"command":"fg","number":46,"group":"rendering","notatio)");
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 // The command-line host, run as a user runs it.
 
+#include <cctype>
+#include <sstream>
+
 #include "zantprogram.h"
 
 namespace {
@@ -49,6 +52,24 @@ TEST(Program, ExitCodesAndMessages) {
         EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
         EXPECT_NE(result.output.find(row.shown), std::string::npos) << row.arguments << "\n" << result.output;
     }
+}
+
+TEST(Program, TheManualPageSaysWhatHelpSays) {
+    const std::string page = contentOf(ZANT_SOURCE_DIR "/docs/zant.1");
+    std::istringstream help(zant("--help").output);
+    size_t compared = 0;
+    for (std::string line; std::getline(help, line);) {
+        std::istringstream words(line);
+        std::string first, rest;
+        if (line.substr(0, 2) != "  " || line[2] == '-' || !(words >> first)) continue;
+        std::getline(words >> std::ws, rest);
+        for (size_t dash = 0; (dash = rest.find('-', dash)) != std::string::npos; dash += 2)
+            rest.insert(dash, "\\");
+        const bool isCode = std::isdigit(static_cast<unsigned char>(first[0]));
+        EXPECT_EQ(countOf(".B " + first + "\n" + rest + (isCode ? "\n" : ".\n"), page), 1u) << line;
+        ++compared;
+    }
+    EXPECT_EQ(compared, 9u + 5u);
 }
 
 TEST(Program, SurvivesFilesOfEveryKind) {
