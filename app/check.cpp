@@ -32,7 +32,7 @@ fs::path locate(const std::string& name, const std::string& includer) {
     return fs::is_regular_file(beside, ignored) ? beside : fs::path(name);
 }
 
-/// Checks files, and when asked those that they include, each of these once.
+/// Checks files, and when asked those that they include, then each file once.
 class Checker {
 public:
     explicit Checker(const Options& chosen) : options(chosen) {}
@@ -47,6 +47,7 @@ private:
     void checkFile(const std::string& name) {
         std::error_code ignored;
         const fs::path itself = fs::canonical(name, ignored);
+        if (options.includes && !itself.empty() && !seen.insert(itself).second) return;
         const size_t outer = std::exchange(mistakes, 0);
         open.insert(itself);
         try {
@@ -85,7 +86,7 @@ private:
             return tell(includer, {command.position, "cannot read the file '" + name + "'", ""});
         if (open.count(file)) return tell(includer, {command.position, "the file '" + name + "' includes itself", ""});
         if (open.size() > deepest) return tell(includer, {command.position, "files are included too deeply", ""});
-        if (seen.insert(file).second) checkFile(path.string());
+        checkFile(path.string());
     }
 
     void tell(const std::string& file, const Diagnostic& diagnostic) {
@@ -99,7 +100,7 @@ private:
     bool fine = true;
     size_t mistakes = 0;      // of the file that is being checked
     std::set<fs::path> open;  // files that are being checked, one inside the other
-    std::set<fs::path> seen;  // included files
+    std::set<fs::path> seen;  // files that have been checked
 };
 
 }  // namespace

@@ -48,15 +48,15 @@ const char* wideNameOf(std::string_view head) {
     return nullptr;
 }
 
-/// Text holds no zero byte, while the upper bytes of a length always are zero.
-bool isLength(std::string_view head) {
-    return head.size() == lengthWord && head.substr(5) == std::string_view("\0\0\0", 3);
-}
-
 uint64_t wordAt(const char* bytes) {
     uint64_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
     return word;
+}
+
+/// Text holds no zero byte, while the upper bytes of a length always are zero.
+bool isLength(std::string_view head) {
+    return head.size() == lengthWord && wordAt(head.data()) <= largestBlock;
 }
 
 }  // namespace

@@ -122,6 +122,7 @@ TEST_F(ProgramFiles, EverySubcommandReadsEveryKindOfInput) {
         bool rest;                        // whether the commands around them arrive
     } rows[] = {
         {zero, {":2:9: a zero byte", ":3:9: a zero byte", ":4:1: unknown command 'lihgt'"}, true},
+        {std::string("about\0\0\0;", 9), {":1:6: a zero byte"}, false},
         {wide, {":1:1: this is text in UTF-16"}, false},
         {wideBare, {":1:1: this is text in UTF-16"}, false},
         {wider, {":1:1: this is text in UTF-32"}, false},
@@ -213,7 +214,7 @@ TEST_F(ProgramFiles, CheckFollowsIncludesAndWritesJson) {
     write("below/one", "include \"two\";\nlihgt;\n");
     write("below/two", "about;\ninclude \"../top\";\n\"\xFF\x1B\";\n");
     EXPECT_EQ(shell("zant check top").code, 0);
-    const Outcome result = shell("zant check --includes --json top missing");
+    const Outcome result = shell("zant check --includes --json top below/one missing");
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(countOf("\n", result.output), 6u) << result.output;
     for (const char* line :
