@@ -176,7 +176,8 @@ TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {
     } rows[] = {
         {"var a,", ";\n"},
         {"var a,", "; "},
-        {"string a,\"", "; a quoted text that holds what ends a command\nin front of what is most of it\";\r\n"},
+        {"string a,\"",
+         "; what ends a command stands in a text,\nwith most of it behind, so that a cut there is likely\";\r\n"},
     };
     for (const auto& row : rows) {
         std::string text;
@@ -193,6 +194,13 @@ TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {
         EXPECT_EQ(countOf("a = " + std::to_string(number), result.output), 1u) << row.front;
         EXPECT_EQ(countOf(place, shell("zant check in").output), 1u) << "the same place";
     }
+    // The zero byte has been seen already when the commands in front of it are sent.
+    std::string text;
+    for (int line = 1; line < 400000; ++line)
+        text += "var a,1;\n";
+    write("in", text + "echo \"" + '\0' + std::string(2000000, 'x') + "\";\nvar z,3;\n");
+    EXPECT_EQ(shell("zant run --value z in").output,
+              "in:400000:7: a zero byte: the command that holds it is left out\nz = 3\n");
 }
 
 TEST_F(ProgramFiles, TerminalsAreGivenNoControlCharacters) {
