@@ -18,6 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Facts = struct stat;
+
 constexpr mode_t permissionBits = 07777;
 
 // The file that a signal has to take away; empty when there is none.
@@ -48,22 +50,20 @@ fs::path behindLinks(fs::path path) {
     return path;
 }
 
-bool isSame(const struct stat& left, const struct stat& right) {
+bool isSame(const Facts& left, const Facts& right) {
     return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
 }
 
 /// Names such as /dev/stdout and /proc/self/fd/1, whatever stands behind them.
 bool isStandardOutput(const std::string& name) {
-    struct stat named {
-    }, output{};
+    Facts named{}, output{};
     return stat(name.c_str(), &named) == 0 && fstat(STDOUT_FILENO, &output) == 0 && isSame(named, output);
 }
 
 /// Whether another file can take the place: nothing is there, or a regular file that the path really leads to. What
 /// only /proc leads to, such as a file without a name, is not.
 bool isReplaceable(const std::string& name, const fs::path& target) {
-    struct stat named {
-    }, found{};
+    Facts named{}, found{};
     if (stat(name.c_str(), &named) != 0) return errno == ENOENT;
     return S_ISREG(named.st_mode) && stat(target.c_str(), &found) == 0 && isSame(named, found);
 }
@@ -76,7 +76,7 @@ mode_t modeOfNewFiles() {
 
 /// A file's mode, and its owner and group as far as the process may give them.
 bool takeOver(int descriptor, const fs::path& target) {
-    struct stat old {};
+    Facts old{};
     if (stat(target.c_str(), &old) != 0) return fchmod(descriptor, modeOfNewFiles()) == 0;
     if (fchown(descriptor, old.st_uid, old.st_gid) != 0 && fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) != 0)
         errno = 0;
@@ -167,10 +167,10 @@ void OutputFile::giveUp() {
 }
 
 bool isOneOf(const std::string& name, const std::vector<std::string>& files) {
-    struct stat wanted {};
+    Facts wanted{};
     if (stat(name.c_str(), &wanted) != 0 || !S_ISREG(wanted.st_mode)) return false;
     return std::any_of(files.begin(), files.end(), [&](const std::string& other) {
-        struct stat facts {};
+        Facts facts{};
         return stat(other.c_str(), &facts) == 0 && isSame(wanted, facts);
     });
 }

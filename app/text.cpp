@@ -25,7 +25,7 @@ size_t characterLength(std::string_view bytes) {
     uint32_t point = length == 1 ? lead : lead & (0xFFu >> (length + 1));
     for (const char byte : bytes.substr(1, length - 1)) {
         if ((byte & 0xC0) != 0x80) return 0;
-        point = point << 6 | (byte & 0x3Fu);
+        point = point << 6 | (static_cast<unsigned char>(byte) & 0x3Fu);
     }
     return isPrintable(point, length) ? length : 0;
 }
