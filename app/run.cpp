@@ -8,6 +8,7 @@
 #include "app/session.h"
 #include "app/text.h"
 #include "app/textpieces.h"
+#include "client/host.h"
 
 namespace Zant::App {
 namespace {
@@ -65,16 +66,18 @@ bool showValue(const Instance& instance, const std::string& name) {
 }
 
 int run(const Options& options) {
-    Session session(options.engine);
-    if (!session.instance()) {
-        complain("zant run: " + session.reason());
+    const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
+    Session session(directory.c_str());
+    ConsoleListener console;
+    const UniqueInstance instance = session.createInstance(console);
+    if (!instance) {
+        complain(fmt::format("zant run: {}", session.reason()));
         return EngineNotLoaded;
     }
-    const Instance& instance = *session.instance();
     bool fine =
-        readAll(options.files, [&](const std::string& name) { return runFile(instance, name); }) == Outcome::Fine;
+        readAll(options.files, [&](const std::string& name) { return runFile(*instance, name); }) == Outcome::Fine;
     for (const std::string& name : options.values)
-        fine &= showValue(instance, name);
+        fine &= showValue(*instance, name);
     return fine ? Fine : InputHasErrors;
 }
 

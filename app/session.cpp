@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "app/text.h"
+#include "client/host.h"
 
 namespace Zant::App {
 namespace {
@@ -22,27 +23,12 @@ public:
 }  // namespace
 
 std::string loopbackDirectory() {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return (program.parent_path() / ZANT_LOOPBACK_FROM_BIN).lexically_normal().string();
+    static const char here = 0;
+    return std::filesystem::path(moduleDirectory(&here) + ZANT_LOOPBACK_FROM_BIN).lexically_normal().string();
 }
 
 TextListener* ConsoleListener::createTextListner() {
     return new ConsoleText;
-}
-
-Session::Session(const std::string& directory) : engine(nullptr) {
-    const std::string from = directory.empty() ? loopbackDirectory() : directory;
-    if (!engine.load(from.c_str())) {
-        failure = engine.getLoadError();
-        return;
-    }
-    live = engine.createInstanceWithListner(&console);
-    if (!live) failure = "the engine refuses to create an instance";
-}
-
-Session::~Session() {
-    engine.releaseInstance(live);
-    engine.release();
 }
 
 }  // namespace Zant::App

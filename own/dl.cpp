@@ -100,7 +100,6 @@ bool DllKeepMapped(void* handle) {
 std::string DllFileOf(const void* address) {
     Dl_info info{};
     if (!dladdr(address, &info) || !info.dli_fname) return {};
-    if (*info.dli_fname == '/') return info.dli_fname;
     std::string mapped = mappedFile(address);
     if (!mapped.empty()) return mapped;
     const std::unique_ptr<char, Closing> resolved(realpath(info.dli_fname, nullptr));

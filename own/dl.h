@@ -22,8 +22,8 @@ int DllUnload(void* handle);
 /// Keeps an open file mapped until the process ends, whatever is closed. @return whether it stays.
 bool DllKeepMapped(void* handle);
 
-/// The file (program or library) that holds an address of code or of a static object. The name is absolute, and found
-/// past the working directory and the search path that the file may have been opened by.
+/// The file (program or library) that holds an address of code or of a static object. The name is absolute, with links
+/// followed: it depends neither on the name by which the file was started or opened, nor on the working directory.
 /// @return an empty text when the platform does not know the address
 std::string DllFileOf(const void* address);
 
