@@ -57,8 +57,8 @@ private:
 ///
 /// Items: numbers `-1.5e3`; texts in double quotes, a quote inside doubled; vectors `(1,2,3)` of one to four
 /// components; axes `<>`, `<h,p,b>`, `<h,p,b>*(s)`, `*(sx,sy,sz)` (degrees), `axes((..),(..),(..))`; coordinate
-/// systems `(x,y,z)@axes`; symbols as a bare name, or in quotes when the name holds white space or one of , ; { } ( )
-/// "; lists `{a,b}`, one item without braces, nothing at all for the empty list.
+/// systems `(x,y,z)@axes`; symbols as a bare name, or in quotes when the name is wholly a number or holds white space
+/// or one of , ; { } ( ) "; lists `{a,b}`, one item without braces, nothing at all for the empty list.
 ///
 /// After an error, reading continues behind the next ";" outside of quotes; where a closing quote or a ";" seems to be
 /// missing, on the next line. The input is read once; memory does not grow with it, only with its longest command.

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "language/characters.h"
+#include "language/numbers.h"
 #include "own/str2num.h"
 
 namespace Zant {
@@ -286,10 +287,10 @@ bool TextParser::readSymbol() {
         if (!readQuoted(length)) return false;
         if (length == 0) return fail("the name is empty");
     } else {
-        const char* const name = here;
-        length = static_cast<size_t>(endOfWord(name) - name);
-        if (length == 0) return false;
-        command->addText({name, length});
+        const std::string_view name(here, static_cast<size_t>(endOfWord(here) - here));
+        length = name.size();
+        if (length == 0 || isNumberWord(name)) return false;
+        command->addText(name);
         here += length;
     }
     return length <= longestName || fail("the name is longer than 127 bytes");

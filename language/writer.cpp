@@ -9,6 +9,7 @@
 #include "client/encoding/commandtextbuffer.h"
 #include "client/engine/instance.h"
 #include "language/characters.h"
+#include "language/numbers.h"
 #include "language/reader.h"
 
 namespace Zant {
@@ -41,7 +42,7 @@ bool isBareName(const char* name) {
     const char* end = name;
     while (!isCharacter(*end, Space | Delimiter))
         ++end;
-    return *end == '\0' && end != name;
+    return *end == '\0' && end != name && !isNumberWord({name, static_cast<size_t>(end - name)});
 }
 
 CommandReplay::CommandReplay() : nowhere(std::make_unique<Nowhere>()) {}

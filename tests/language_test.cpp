@@ -57,7 +57,7 @@ private:
                 return command.addCoordSys(coordSys);
             }
             case ValueKind::Symbol:
-                return command.addText(text({"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>"}));
+                return command.addText(text({"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>", "7", "-.5e1"}));
         }
     }
 
@@ -251,6 +251,55 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(firstMessage(row.text), row.message) << row.text;
+}
+
+// The text of a command whose symbol at one place is replaced by a bare word.
+std::string withWordAt(const Command& command, size_t place, const char* word) {
+    Command changed;
+    changed.form = command.form;
+    for (size_t k = 0; k < command.values().size(); ++k) {
+        changed.beginValue(command.form->tokens[k].kind, 0);
+        const Value& value = command.values()[k];
+        if (value.kind == ValueKind::Symbol) changed.addText(k == place ? "@@" : "other");
+        if (value.kind == ValueKind::Number) changed.addNumber(1);
+        if (value.kind == ValueKind::String) changed.addText("text");
+        if (value.kind == ValueKind::Vector) changed.addVector(Vector(1, 2, 3));
+        if (value.kind == ValueKind::Axes) changed.addAxes(Axes());
+        if (value.kind == ValueKind::CoordSys) changed.addCoordSys(CoordSys());
+    }
+    TextWriter writer;
+    std::string text = writer.write(changed);
+    return text.replace(text.find("@@"), 2, word);
+}
+
+TEST(Language, TakesNoNumberForTheNameOfASymbol) {
+    const struct {
+        const char* word;
+        bool isNumber;
+    } words[] = {{"0.5", true},       {"-1", true},   {"+2", true},     {".5", true},  {"-.5e3", true}, {"1e5", true},
+                 {"e1234560", false}, {"2nd", false}, {"1.2.3", false}, {"-x", false}, {"\"5\"", false}};
+    RandomCommands random(1);
+    Command command;
+    size_t places = 0;
+    for (const Form& form : allForms()) {
+        random.make(form, command);
+        for (size_t place = 0; place < form.tokenCount; ++place) {
+            if (command.values()[place].kind != ValueKind::Symbol) continue;
+            ++places;
+            for (const auto& row : words) {
+                const std::string text = withWordAt(command, place, row.word);
+                const std::string message = firstMessage(text);
+                if (!row.isNumber) {
+                    ASSERT_EQ(message, "understood") << text;
+                    continue;
+                }
+                ASSERT_NE(message.find("expected "), std::string::npos) << text << message;
+                ASSERT_NE(message.find("found '" + std::string(row.word) + "'"), std::string::npos) << text << message;
+            }
+        }
+    }
+    EXPECT_GE(places, 1467u);
+    EXPECT_EQ(canonical("delete \"5\";"), "delete \"5\";");
 }
 
 TEST(Language, NamesAllMistakesOfAFile) {

@@ -1,0 +1,169 @@
+// Numbers as text. std::from_chars and std::to_chars for doubles bring no unique symbol, those for integers do: a
+// module with one would never be unloaded.
+
+#include "language/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include "language/characters.h"
+
+namespace Zant {
+
+namespace {
+
+constexpr double pi = 3.141592653589793;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+const char* endOfDigits(const char* text) {
+    while (isCharacter(*text, Digit))
+        ++text;
+    return text;
+}
+
+bool isExponentMark(char character) {
+    return character == 'e' || character == 'E';
+}
+
+// Whether a number that no double holds is too large, and not too small: where its first digit stands decides.
+bool isLarge(std::string_view number) {
+    const size_t mark = std::min(number.find_first_of("eE"), number.size());
+    const size_t point = std::min(number.find('.'), mark);
+    const size_t first = number.find_first_of("123456789");
+    const std::string_view exponent = number.substr(mark);
+    constexpr int64_t limit = int64_t{1} << 40;  // far beyond any text that fits into memory
+    int64_t power = 0;
+    for (const char character : exponent) {
+        if (isCharacter(character, Digit)) power = std::min(limit, 10 * power + (character - '0'));
+    }
+    if (exponent.find('-') != exponent.npos) power = -power;
+    return power + static_cast<int64_t>(point) - static_cast<int64_t>(first) > 0;
+}
+
+double parse(std::string_view number) {
+    double value = 0;  // stays for the text "." alone
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (error != std::errc::result_out_of_range) return value;
+    value = isLarge(number) ? infinity : 0.0;
+    return number[0] == '-' ? -value : value;
+}
+
+// An exponent without digits is 0; "+-" is "-".
+double parseOddExponent(std::string_view number, size_t mark) {
+    if (!isCharacter(number.back(), Digit)) return parse(number.substr(0, mark));
+    std::string plain(number);
+    plain.erase(mark + 1, 1);
+    return parse(plain);
+}
+
+// The degrees whose radians are nearest to the given ones. Two operations round on the way back, so that they may stand
+// a few doubles beside the quotient.
+double nearestDegrees(double radians) {
+    constexpr int widest = 4;
+    constexpr double largest = 9.9e305;  // the degrees of which can be multiplied
+    const double quotient = std::clamp(radians, -largest, largest) * 180.0 / pi;
+    const auto distance = [&](double degrees) { return std::fabs(radiansOf(degrees) - radians); };
+    double low = quotient, high = quotient, best = quotient;
+    for (int k = 0; k < widest && distance(best) != 0; ++k) {
+        low = std::nextafter(low, -infinity);
+        high = std::nextafter(high, infinity);
+        if (distance(low) < distance(best)) best = low;
+        if (distance(high) < distance(best)) best = high;
+    }
+    return best;
+}
+
+struct NumberText {
+    char characters[numberRoom];
+    size_t length = 0;
+
+    explicit NumberText(double number) { length = static_cast<size_t>(writeNumber(characters, number) - characters); }
+};
+
+// Goes over the degrees with the same radians in one direction and keeps the shortest text.
+void findShorter(double degrees, double direction, NumberText& shortest) {
+    constexpr int longestRun = 128;  // denormal radians have some sixty degrees, others three at most
+    const double wanted = radiansOf(degrees);
+    for (int k = 0; k < longestRun; ++k) {
+        degrees = std::nextafter(degrees, direction);
+        if (radiansOf(degrees) != wanted) return;
+        const NumberText text(degrees);
+        if (text.length < shortest.length) shortest = text;
+    }
+}
+
+}  // namespace
+
+const char* endOfNumber(const char* text) {
+    const char* at = text + (*text == '-');
+    if (!isCharacter(*at, Digit) && *at != '.') return text;
+    at = endOfDigits(at);
+    if (*at == '.') at = endOfDigits(at + 1);
+    if (!isExponentMark(*at)) return at;
+    ++at;
+    at += *at == '+';
+    at += *at == '-';
+    return endOfDigits(at);
+}
+
+double numberOf(std::string_view number) {
+    const bool isNegative = number[0] == '-';
+    const size_t mark = number.find_first_of("eE");
+    const size_t digits = number.substr(0, mark).find_first_of("0123456789");
+    if (digits == number.npos) return isNegative ? -0.0 : 0.0;  // "." alone
+    const bool isOdd =
+        mark != number.npos && (!isCharacter(number.back(), Digit) || number.find("+-", mark) != number.npos);
+    return isOdd ? parseOddExponent(number, mark) : parse(number);
+}
+
+bool isNumberWord(std::string_view word) {
+    const char* const end = word.data() + word.size();
+    const char* const unsignedWord = word.data() + (!word.empty() && (word[0] == '+' || word[0] == '-'));
+    const char* const digit = unsignedWord + (unsignedWord != end && *unsignedWord == '.');
+    return digit != end && isCharacter(*digit, Digit) && endOfNumber(unsignedWord) == end;
+}
+
+char* writeNumber(char* out, double number) {
+    if (!std::isfinite(number)) {
+        if (std::isinf(number) && number < 0) *out++ = '-';
+        *out++ = '0';
+        return out;
+    }
+    char* const end = std::to_chars(out, out + numberRoom, number).ptr;
+    char* const mark = std::find(out, end, 'e');
+    if (mark == end) return end;
+    // "e+07" and "e-07" are as good as "e7" and "e-7".
+    char* to = mark + 1;
+    const char* from = to + 1;
+    if (*to == '-') ++to;
+    if (*from == '0') ++from;
+    return std::copy(from, static_cast<const char*>(end), to);
+}
+
+std::string numberText(double number) {
+    char text[numberRoom];
+    return {text, static_cast<size_t>(writeNumber(text, number) - text)};
+}
+
+double radiansOf(double degrees) {
+    return degrees * pi / 180.0;
+}
+
+char* writeAngle(char* out, double radians, bool& exact) {
+    if (radians == 0 || !std::isfinite(radians)) {
+        exact = exact && radians == 0;
+        return writeNumber(out, radians);
+    }
+    const double nearest = nearestDegrees(radians);
+    exact = exact && radiansOf(nearest) == radians;
+    NumberText shortest(nearest);
+    findShorter(nearest, -infinity, shortest);
+    findShorter(nearest, infinity, shortest);
+    return std::copy_n(shortest.characters, shortest.length, out);
+}
+
+}  // namespace Zant
