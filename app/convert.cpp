@@ -15,6 +15,23 @@ struct Options {
     std::vector<std::string> files;
 };
 
+/// Numbers that text cannot hold, and where the first of them stands.
+struct Changes {
+    size_t count = 0;
+    std::string place;
+
+    void add(size_t more, const CommandFile& file, const Command& command) {
+        if (count == 0 && more != 0) place = file.whereIs(command);
+        count += more;
+    }
+    void tell(const std::string& name) const {
+        complain(
+            fmt::format("{}: text cannot hold {} of the numbers, the first at {}: NaN and infinity become 0, an angle "
+                        "without degrees the nearest one",
+                        name, count, place));
+    }
+};
+
 /// Writes commands in one encoding.
 class Converter {
 public:
@@ -27,32 +44,41 @@ public:
     bool convertFile(const std::string& name) {
         CommandFile file(name);
         Command command;
+        Changes changes;
         bool fine = true;
         for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
             if (result == ReadResult::Command) {
-                write(command);
+                changes.add(write(command), file, command);
                 continue;
             }
             fine = false;
             complain(file.describeError());
         }
+        if (changes.count != 0) changes.tell(file.fileName());
+        exact &= changes.count == 0;
         return fine;
     }
     void end(bool complete) { complete ? out.finish() : out.giveUp(); }
 
+    /// Whether the encoding could hold every number so far.
+    bool isExact() const { return exact; }
+
 private:
-    void write(const Command& command) {
+    /// @return how many numbers of the command the encoding cannot hold
+    size_t write(const Command& command) {
         if (binary) {
             const auto* data = static_cast<const char*>(block.write(command));
             out.write({data, block.size()});
-            return;
+            return 0;
         }
         out.write(text.write(command));
         out.write("\n");
+        return text.changedNumbers();
     }
 
     OutputFile out;
     bool binary;
+    bool exact = true;
     TextWriter text;
     BinaryWriter block;
 };
@@ -64,7 +90,7 @@ int convert(const Options& options) {
     // What cannot be converted would be lost where the output takes the place of the input.
     const bool losing = outcome == Outcome::HasMistakes && isOneOf(options.output, options.files);
     converter.end(outcome != Outcome::Unreadable && !losing);
-    return outcome == Outcome::Fine ? Fine : InputHasErrors;
+    return outcome == Outcome::Fine && converter.isExact() ? Fine : InputHasErrors;
 }
 
 }  // namespace

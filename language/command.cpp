@@ -2,11 +2,8 @@
 
 #include "language/command.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
-
-#include "own/str2num.h"
-#include "own/textbuffer.h"
 
 namespace Zant {
 
@@ -162,113 +159,49 @@ void Command::truncate(size_t valueCount) {
 
 namespace {
 
-/// What becomes of a number that is written as text and read again.
-double written(double number) {
-    TextBuffer text;
-    text.concat(number);
-    const char* digits = text;
-    return sdecimal_2_double(digits);
+bool sameNumbers(const double* a, const double* b, int count) {
+    return std::equal(a, a + count, b, [](double x, double y) { return x == y || std::memcmp(&x, &y, sizeof x) == 0; });
 }
 
-/// Compares values exactly, or the first command's as they are written.
-class Comparison {
-public:
-    Comparison(const Command& one, const Command& other, bool firstIsWritten)
-        : first(one), second(other), asWritten(firstIsWritten) {}
+bool sameAxes(const ZantAxesCore& a, const ZantAxesCore& b) {
+    return a.rows == b.rows && sameNumbers(a.m, b.m, 3 * a.rows);
+}
 
-    bool sameValue(const Value& a, const Value& b) const {
-        if (a.kind != b.kind || a.count != b.count) return false;
-        for (size_t item = 0; item < a.count; ++item) {
-            if (!sameItem(a, b, item)) return false;
+bool sameItem(const Command& left, const Value& a, const Command& right, const Value& b, size_t item) {
+    switch (a.kind) {
+        case ValueKind::Keyword:
+            return true;
+        case ValueKind::Number: {
+            const double x = left.number(a, item), y = right.number(b, item);
+            return sameNumbers(&x, &y, 1);
         }
-        return true;
-    }
-
-private:
-    bool sameItem(const Value& a, const Value& b, size_t item) const {
-        switch (a.kind) {
-            case ValueKind::Keyword:
-                return true;
-            case ValueKind::Number:
-                return same(first.number(a, item), second.number(b, item));
-            case ValueKind::Vector:
-                return sameVector(first.vector(a, item), second.vector(b, item));
-            case ValueKind::Axes:
-                return sameAxes(first.axes(a, item), second.axes(b, item));
-            case ValueKind::CoordSys:
-                return sameCoordSys(first.coordSys(a, item), second.coordSys(b, item));
-            default:
-                return std::strcmp(first.text(a, item), second.text(b, item)) == 0;
+        case ValueKind::Vector: {
+            const Vector &x = left.vector(a, item), &y = right.vector(b, item);
+            return x.count == y.count && sameNumbers(x.values, y.values, x.count);
         }
-    }
-
-    bool same(double a, double b) const {
-        return asWritten ? near(written(a), b) : std::memcmp(&a, &b, sizeof a) == 0 || a == b;
-    }
-
-    bool sameAngle(double a, double b) const {
-        constexpr double pi = 3.141592653589793;
-        return asWritten ? near(written((a * 180.0) / pi) * pi / 180.0, b) : same(a, b);
-    }
-
-    // Reading makes integers whole, which the text of large ones is only nearly.
-    static bool near(double a, double b) { return a == b || std::abs(a - b) <= 1e-12 * std::abs(a); }
-
-    bool sameRun(const double* a, const double* b, int count) const {
-        for (int k = 0; k < count; ++k) {
-            if (!same(a[k], b[k])) return false;
+        case ValueKind::Axes:
+            return sameAxes(left.axes(a, item), right.axes(b, item));
+        case ValueKind::CoordSys: {
+            const CoordSys &x = left.coordSys(a, item), &y = right.coordSys(b, item);
+            return sameNumbers(x.position, y.position, 3) && sameAxes(x.axes, y.axes);
         }
-        return true;
+        default:
+            return std::strcmp(left.text(a, item), right.text(b, item)) == 0;
     }
-
-    bool sameVector(const Vector& a, const Vector& b) const {
-        return a.count == b.count && sameRun(a.values, b.values, a.count);
-    }
-
-    // The eye in the form of other axes: what is written may turn out to be the identity.
-    static ZantAxesCore inFormOf(const ZantAxesCore& axes, const ZantAxesCore& other) {
-        if (axes.rows != 0) return axes;
-        if (other.rows == 2) return AxesHpb();
-        return other.rows == 3 ? ZantAxesCore(Axes(Matrix3x3())) : axes;
-    }
-
-    bool sameAxes(const ZantAxesCore& left, const ZantAxesCore& right) const {
-        if (!asWritten && left.rows != right.rows) return false;
-        const ZantAxesCore a = inFormOf(left, right), b = inFormOf(right, left);
-        if (a.rows != b.rows) return false;
-        for (int k = 0; k < 3 * a.rows; ++k) {
-            const bool isAngle = a.rows == 2 && k < 3;
-            if (!(isAngle ? sameAngle(a.m[k], b.m[k]) : same(a.m[k], b.m[k]))) return false;
-        }
-        return true;
-    }
-
-    bool sameCoordSys(const CoordSys& a, const CoordSys& b) const {
-        return sameRun(a.position, b.position, 3) && sameAxes(a.axes, b.axes);
-    }
-
-    const Command& first;
-    const Command& second;
-    bool asWritten;
-};
-
-bool compare(const Command& left, const Command& right, bool asWritten) {
-    if (left.form != right.form || left.values().size() != right.values().size()) return false;
-    const Comparison comparison(left, right, asWritten);
-    for (size_t k = 0; k < left.values().size(); ++k) {
-        if (!comparison.sameValue(left.values()[k], right.values()[k])) return false;
-    }
-    return true;
 }
 
 }  // namespace
 
 bool sameCommand(const Command& left, const Command& right) {
-    return compare(left, right, false);
-}
-
-bool sameAsWritten(const Command& original, const Command& read) {
-    return compare(original, read, true);
+    if (left.form != right.form || left.values().size() != right.values().size()) return false;
+    for (size_t k = 0; k < left.values().size(); ++k) {
+        const Value &a = left.values()[k], &b = right.values()[k];
+        if (a.kind != b.kind || a.count != b.count) return false;
+        for (size_t item = 0; item < a.count; ++item) {
+            if (!sameItem(left, a, right, b, item)) return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace Zant

@@ -111,11 +111,6 @@ private:
 /// @return whether two commands have the same form and exactly the same values
 bool sameCommand(const Command& left, const Command& right);
 
-/// @return whether `read` is what comes back when `original` is written as text and read again.
-///         Number text keeps eight decimals and cuts, so that the two may differ; what is not finite is written as 0,
-///         and axes may turn out to be the identity.
-bool sameAsWritten(const Command& original, const Command& read);
-
 }  // namespace Zant
 
 #endif

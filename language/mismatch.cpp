@@ -125,11 +125,8 @@ void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string
 
 bool fitNumber(ArgumentKind place, double& number) {
     if (place == ArgumentKind::Double || place == ArgumentKind::DoubleList) return true;
-    const bool small = number > -2147483649.0 && number < 2147483648.0;
-    double whole = small ? static_cast<double>(static_cast<int64_t>(number)) : number;
-    if (whole != number) whole = std::nearbyint(number);
-    if (!(std::abs(number - whole) <= std::abs(whole) * 1e-12)) return false;
-    number = whole + 0.0;  // the zero without a sign
+    if (!std::isfinite(number) || number != std::trunc(number)) return false;
+    number += 0.0;  // the zero without a sign
     if (place == ArgumentKind::Bool) return number == 0 || number == 1;
     if (place == ArgumentKind::Unsigned) return number >= 0 && number <= 18446744073709551616.0;
     return number >= -2147483648.0 && number <= 2147483647.0;

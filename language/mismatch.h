@@ -40,9 +40,8 @@ struct Mismatch {
 void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string& found, const std::string& word,
              Diagnostic& diagnostic);
 
-/// Brings a number into the shape that its place wants: integral, in range.
-/// Number text is cut and its reading rounds, so that integers may come back slightly off.
-/// @return false when the place does not take this number
+/// Takes the sign from a zero where the place wants an integer.
+/// @return false when the place does not take this number: not integral, or out of range
 bool fitNumber(ArgumentKind place, double& number);
 
 /// The longest name of a symbol, in bytes.

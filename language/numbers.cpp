@@ -84,16 +84,18 @@ struct NumberText {
     explicit NumberText(double number) { length = static_cast<size_t>(writeNumber(characters, number) - characters); }
 };
 
-// Goes over the degrees with the same radians in one direction and keeps the shortest text.
-void findShorter(double degrees, double direction, NumberText& shortest) {
-    constexpr int longestRun = 128;  // denormal radians have some sixty degrees, others three at most
-    const double wanted = radiansOf(degrees);
-    for (int k = 0; k < longestRun; ++k) {
-        degrees = std::nextafter(degrees, direction);
-        if (radiansOf(degrees) != wanted) return;
+// The shortest text of all degrees with the same radians as these, and of the shortest the first one. There are three
+// at most, some sixty when the radians are denormal.
+NumberText shortestDegrees(double degrees) {
+    const double radians = radiansOf(degrees);
+    for (double below; radiansOf(below = std::nextafter(degrees, -infinity)) == radians;)
+        degrees = below;
+    NumberText shortest(degrees);
+    while (radiansOf(degrees = std::nextafter(degrees, infinity)) == radians) {
         const NumberText text(degrees);
         if (text.length < shortest.length) shortest = text;
     }
+    return shortest;
 }
 
 }  // namespace
@@ -160,9 +162,7 @@ char* writeAngle(char* out, double radians, bool& exact) {
     }
     const double nearest = nearestDegrees(radians);
     exact = exact && radiansOf(nearest) == radians;
-    NumberText shortest(nearest);
-    findShorter(nearest, -infinity, shortest);
-    findShorter(nearest, infinity, shortest);
+    const NumberText shortest = shortestDegrees(nearest);
     return std::copy_n(shortest.characters, shortest.length, out);
 }
 

@@ -2,6 +2,7 @@
 
 #include "language/textparser.h"
 
+#include <cmath>
 #include <cstring>
 
 #include "language/characters.h"
@@ -17,10 +18,6 @@ const char* endOfWord(const char* word) {
     while (!isCharacter(*word, Space | Delimiter))
         ++word;
     return word;
-}
-
-double radians(double degrees) {
-    return degrees * 3.141592653589793 / 180.0;
 }
 
 }  // namespace
@@ -150,10 +147,19 @@ bool TextParser::readItem(ArgumentKind kind) {
 }
 
 bool TextParser::readNumber(double& number) {
-    const char* digit = here + (*here == '-');
-    if (!isCharacter(*digit, Digit) && *digit != '.') return false;
-    number = sdecimal_2_double(here);
+    const char* const behind = endOfNumber(here);
+    if (behind == here) return false;
+    number = numberOf({here, static_cast<size_t>(behind - here)});
+    if (!std::isfinite(number)) return fail("the number is too large");
+    here = behind;
     return true;
+}
+
+bool TextParser::readAngle(double& radians) {
+    double degrees = 0;
+    if (!readNumber(degrees)) return fail(complaint ? complaint : "expected an angle in degrees");
+    radians = radiansOf(degrees);
+    return std::isfinite(radians) || fail("the angle is too large");
 }
 
 bool TextParser::readCheckedNumber(ArgumentKind kind) {
@@ -169,7 +175,7 @@ bool TextParser::readRow(double* values, int minimum, int maximum, int& count) {
     for (count = 0;;) {
         skipSpace();
         if (count == maximum) return fail("too many numbers in parentheses");
-        if (!readNumber(values[count])) return fail("expected a number in the parentheses");
+        if (!readNumber(values[count])) return fail(complaint ? complaint : "expected a number in the parentheses");
         ++count;
         skipSpace();
         if (take(')')) break;
@@ -205,8 +211,7 @@ bool TextParser::readAngles(ZantAxesCore& axes) {
         for (int k = 0; k < 3; ++k) {
             if (k != 0 && !take(',')) return fail("expected three angles");
             skipSpace();
-            if (!readNumber(axes.m[k])) return fail("expected an angle in degrees");
-            axes.m[k] = radians(axes.m[k]);
+            if (!readAngle(axes.m[k])) return false;
             skipSpace();
         }
         if (!take('>')) return fail("expected '>'");
@@ -244,7 +249,7 @@ bool TextParser::readRows(ZantAxesCore& axes) {
     } while (take(','));
     if (!take(')')) return fail("expected ',' or ')'");
     for (int k = 0; axes.rows == 2 && k < 3; ++k)
-        axes.m[k] = radians(axes.m[k]);
+        axes.m[k] = radiansOf(axes.m[k]);
     return true;
 }
 

@@ -39,6 +39,7 @@ private:
     bool readList(ArgumentKind kind);
     bool readItem(ArgumentKind kind);
     bool readNumber(double& number);
+    bool readAngle(double& radians);
     bool readCheckedNumber(ArgumentKind kind);
     bool readRow(double* values, int minimum, int maximum, int& count);
     bool readVector();

@@ -6,10 +6,7 @@
 #include <string>
 
 #include "client/encoding/commandbinarybuffer.h"
-#include "client/encoding/commandtextbuffer.h"
 #include "client/engine/instance.h"
-#include "language/characters.h"
-#include "language/numbers.h"
 #include "language/reader.h"
 
 namespace Zant {
@@ -37,13 +34,6 @@ public:
 };
 
 }  // namespace
-
-bool isBareName(const char* name) {
-    const char* end = name;
-    while (!isCharacter(*end, Space | Delimiter))
-        ++end;
-    return *end == '\0' && end != name && !isNumberWord({name, static_cast<size_t>(end - name)});
-}
 
 CommandReplay::CommandReplay() : nowhere(std::make_unique<Nowhere>()) {}
 CommandReplay::~CommandReplay() = default;
@@ -110,22 +100,6 @@ const Symbol& CommandReplay::symbolNamed(const char* name, size_t slot) {
         symbols.emplace_back(*nowhere, "");
     symbols[slot].setName(name);
     return symbols[slot];
-}
-
-class TextWriter::Buffer : public CommandTextBuffer {
-public:
-    explicit Buffer(bool asNumbers) : CommandTextBuffer(nullptr) { quick = asNumbers; }
-    void addSymbol(const Symbol& symbol) override {
-        isBareName(symbol.name) ? CommandTextBuffer::addSymbol(symbol) : addString(symbol.name);
-    }
-};
-
-TextWriter::TextWriter(Form form) : buffer(std::make_unique<Buffer>(form == Form::Quick)) {}
-TextWriter::~TextWriter() = default;
-
-const char* TextWriter::write(const Command& command) {
-    replay.write(command, *buffer);
-    return buffer->getTerminatedBuffer();
 }
 
 /// A library whose engine only takes the blocks.

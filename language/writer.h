@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "client/commands/commandbuffer.h"
@@ -38,22 +39,41 @@ private:
 
 /// Writes commands as text that can be read again: plain text with words, or quick text with numbers.
 ///
-/// The text is what the client's own text buffers write, but for names of symbols that need quotes and get them.
-/// Plain text written like this is the canonical text of a command.
+/// The notation is that of the client's own text buffers, but for names of symbols that need quotes and get them.
+/// Plain text with exact numbers is the canonical text of a command.
 class TextWriter {
 public:
     enum class Form { Plain, Quick };
+    enum class Numbers {
+        Exact,    ///< the shortest text that is read as the same number
+        AsClient  ///< as the client's buffers write them, at most eight decimals and the rest cut off, until they stay
+    };
 
-    explicit TextWriter(Form form = Form::Plain);
-    ~TextWriter();
+    explicit TextWriter(Form form = Form::Plain, Numbers numbers = Numbers::Exact);
 
     /// @return the command with its ";", valid until the next call; it belongs to the writer
     const char* write(const Command& command);
 
+    /// @return how many numbers of the last command text cannot hold, exact as it may be: what is not finite is written
+    ///         as 0, and an angle that no degrees are read as is written as the nearest one
+    size_t changedNumbers() const { return changed; }
+
 private:
-    class Buffer;
-    std::unique_ptr<Buffer> buffer;
-    CommandReplay replay;
+    void writeKeyword(int number, const char* word);
+    void writeValue(const Command& command, const Value& value);
+    void writeItem(const Command& command, const Value& value, size_t item);
+    void writeQuoted(const char* string);
+    void writeNumber(double number);
+    void writeAsClient(double number, bool isAngle);
+    void writeNumbers(const double* numbers, int count);
+    void writeAngle(double radians);
+    void writeAngles(const double* radians, const double* scales);
+    void writeAxes(const ZantAxesCore& axes);
+
+    Form form;
+    Numbers numbers;
+    std::string text;
+    size_t changed = 0;
 };
 
 /// Writes commands as binary blocks, symbols by name.

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace Zant::Loopback {
 
@@ -9,22 +10,32 @@ void AppendedFile::open(const std::string& name) {
     close();
     if (name.empty()) return;
     const std::lock_guard lock(mutex_);
+    name_ = name;
     file_ = std::fopen(name.c_str(), "ab");
-    if (!file_) std::fprintf(stderr, "loopback engine: cannot write %s: %s\n", name.c_str(), std::strerror(errno));
+    if (!file_) complain();
 }
 
 void AppendedFile::close() {
     const std::lock_guard lock(mutex_);
     if (file_) std::fclose(file_);
     file_ = nullptr;
+    std::exchange(name_, {});  // plain assignment would keep its memory
 }
 
-void AppendedFile::line(const std::string& text) {
+bool AppendedFile::line(const std::string& text) {
     const std::lock_guard lock(mutex_);
-    if (!file_) return;
+    if (!file_) return true;
     std::fwrite(text.data(), 1, text.size(), file_);
     std::fputc('\n', file_);
-    std::fflush(file_);
+    if (std::fflush(file_) == 0 && !std::ferror(file_)) return true;
+    complain();
+    std::fclose(file_);
+    file_ = nullptr;
+    return false;
+}
+
+void AppendedFile::complain() {
+    std::fprintf(stderr, "loopback engine: cannot write %s: %s\n", name_.c_str(), std::strerror(errno));
 }
 
 }  // namespace Zant::Loopback

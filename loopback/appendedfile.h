@@ -22,10 +22,14 @@ public:
     void close();
     /// Whether lines arrive somewhere.
     bool isOpen() const { return file_ != nullptr; }
-    void line(const std::string& text);
+    /// @return false when the line could not be written. The reason is said on the standard error, and the file closed.
+    bool line(const std::string& text);
 
 private:
+    void complain();
+
     std::mutex mutex_;
+    std::string name_;
     std::FILE* file_ = nullptr;
 };
 

@@ -18,7 +18,8 @@ enum Code {
     TooDeep = 6,        ///< command files include each other without an end
     OutOfMemory = 7,    ///< there is no memory for what the command asks for
     Injected = 8,       ///< the fault that the environment asked for
-    DeadContext = 9     ///< the parser context belongs to no living instance, or the mode is none
+    DeadContext = 9,    ///< the parser context belongs to no living instance, or the mode is none
+    NotRecorded = 10    ///< the command was carried out and could not be written to the transcript
 };
 
 /// What became of a command.

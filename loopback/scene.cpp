@@ -61,7 +61,8 @@ Scene::Scene(uint64_t number, Instance* instance, Surroundings& surroundings)
       library_(instance->library),
       surroundings_(surroundings),
       settings_(surroundings.settings),
-      text_(instance, surroundings.settings.faults.foreignEvent) {}
+      text_(instance, surroundings.settings.faults.foreignEvent),
+      transcriptWriter_(TextWriter::Form::Plain, settings_.numbers) {}
 
 int Scene::parse(const void* data, const char* source, int mode) {
     if (!data) return Fine;
@@ -150,13 +151,24 @@ Outcome Scene::execute(Execution& execution) {
     if (isToFail()) return {Injected, "this command fails because ZANT_LOOPBACK_FAULT asks for it"};
     try {
         const Outcome outcome = carryOut(execution);
-        if (outcome.code == Fine && execution.nested == Nested::None && surroundings_.transcript.isOpen()) {
-            surroundings_.transcript.line(writer_.write(execution.command));
-        }
-        return outcome;
+        return outcome.code == Fine && execution.nested == Nested::None ? record(execution) : outcome;
     } catch (const std::bad_alloc&) {
         return {OutOfMemory, "there is no memory for this command"};
     }
+}
+
+Outcome Scene::record(Execution& execution) {
+    if (!surroundings_.transcript.isOpen()) return {};
+    const char* const text = transcriptWriter_.write(execution.command);
+    if (!surroundings_.transcript.line(text)) {
+        return {NotRecorded, "the transcript '" + settings_.transcript + "' cannot be written and ends here"};
+    }
+    const size_t changed = transcriptWriter_.changedNumbers();
+    if (changed != 0) {
+        execution.lines.add("Warning: the transcript cannot hold " + std::to_string(changed) + " of the numbers of " +
+                            text);
+    }
+    return {};
 }
 
 int Scene::fail(const Diagnostic& diagnostic, const Reading& reading) {

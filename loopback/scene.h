@@ -72,6 +72,7 @@ private:
     int runNested(const Execution& execution, const Reading& reading);
     int runFile(const Execution& execution, const Reading& reading);
     Outcome execute(Execution& execution);
+    Outcome record(Execution& execution);
     bool isToFail();
     int fail(const Diagnostic& diagnostic, const Reading& reading);
     int fail(const Outcome& outcome, const Command& command, const Reading& reading);
@@ -84,6 +85,7 @@ private:
     std::mutex mutex_;
     Objects objects_;
     TextWriter writer_;
+    TextWriter transcriptWriter_;
     long commands_ = 0;
 };
 

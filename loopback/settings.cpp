@@ -16,6 +16,14 @@ bool enabled(const char* name) {
     return !value.empty() && value != "0";
 }
 
+TextWriter::Numbers numbersOf(const std::string& word, std::string& complaints) {
+    if (word == "client") return TextWriter::Numbers::AsClient;
+    if (!word.empty() && word != "exact") {
+        complaints += "loopback engine: ZANT_LOOPBACK_NUMBERS is \"" + word + "\"; known are exact, client\n";
+    }
+    return TextWriter::Numbers::Exact;
+}
+
 }  // namespace
 
 Settings readSettings() {
@@ -23,6 +31,7 @@ Settings readSettings() {
     std::string complaints;
     settings.doubleVertexMaps = enabled("ZANT_LOOPBACK_DOUBLE_VERTEX_MAPS");
     settings.transcript = environment("ZANT_LOOPBACK_TRANSCRIPT");
+    settings.numbers = numbersOf(environment("ZANT_LOOPBACK_NUMBERS"), complaints);
     settings.watch = environment("ZANT_LOOPBACK_WATCH");
     settings.faults = parseFaults(environment("ZANT_LOOPBACK_FAULT"), complaints);
     std::fputs(complaints.c_str(), stderr);

@@ -20,7 +20,8 @@ std::string withFinalSeparator(const std::string& directory) {
 CommandLog::CommandLog(const std::string& engineDirectory)
     : directory(withFinalSeparator(engineDirectory)),
       file(folder.name() + "/transcript.zant"),
-      variable("ZANT_LOOPBACK_TRANSCRIPT", file) {
+      variable("ZANT_LOOPBACK_TRANSCRIPT", file),
+      numbers("ZANT_LOOPBACK_NUMBERS", "client") {
     if (logInUse) throw std::runtime_error("there is a command log already: the engine writes to one only");
     logInUse = true;
 }

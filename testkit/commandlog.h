@@ -25,7 +25,8 @@
 namespace Zant::Testkit {
 
 /// Writes down the commands that the loopback engine carries out, from all instances, in the order in which they
-/// arrive. A command that the engine refuses is not among them.
+/// arrive. A command that the engine refuses is not among them. Numbers stand there as the client's text buffers write
+/// them, with at most eight decimals, whichever encoding they came in.
 ///
 /// The engine decides whether to write when it is initialised. So the log must be there before an engine is loaded, and
 /// end after the engine was unloaded; at most one log at a time. Loading the engine again while the log is there goes
@@ -64,6 +65,7 @@ private:
     std::string file;  // in it; the engine creates it
     size_t forgotten = 0;
     ScopedVariable variable;
+    ScopedVariable numbers;  // so that the same call gives the same text in every encoding
 };
 
 /// Asks the loopback engine for misbehaviour, such as "fail-command=3" or "lookup-nothing, version-0", as long as it

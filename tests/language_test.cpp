@@ -13,92 +13,11 @@
 #include "language/lookup.h"
 #include "language/writer.h"
 #include "languagecheck.h"
+#include "randomcommands.h"
 
 using namespace Zant;
 
 namespace {
-
-/// Commands with arguments by chance; every number survives being written as text.
-class RandomCommands {
-public:
-    explicit RandomCommands(unsigned seed) : engine(seed) {}
-
-    void make(const Form& form, Command& command) {
-        command.clear();
-        command.form = &form;
-        for (uint16_t place = 0; place < form.tokenCount; ++place) {
-            const ArgumentKind kind = form.tokens[place].kind;
-            command.beginValue(kind, 0);
-            int items = isListPlace(kind) ? below(4) : 1;
-            if (kind == ArgumentKind::Keyword) items = 0;
-            while (items-- > 0)
-                addItem(kind, command);
-        }
-    }
-
-private:
-    int below(int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); }
-    double number() { return (below(20001) - 10000) / 8.0; }
-
-    void addItem(ArgumentKind kind, Command& command) {
-        switch (valueKindOf(kind)) {
-            case ValueKind::Keyword:
-                break;
-            case ValueKind::Number:
-                return command.addNumber(numberFor(kind));
-            case ValueKind::String:
-                return command.addText(text({"", "a", "say \"so\"", "two\nlines; {1,2}", "eight888", "\""}));
-            case ValueKind::Vector:
-                return command.addVector(vector());
-            case ValueKind::Axes:
-                return command.addAxes(axes());
-            case ValueKind::CoordSys: {
-                CoordSys coordSys(Vector(number(), number(), number()), axes());
-                return command.addCoordSys(coordSys);
-            }
-            case ValueKind::Symbol:
-                return command.addText(text({"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>", "7", "-.5e1"}));
-        }
-    }
-
-    double numberFor(ArgumentKind kind) {
-        switch (kind) {
-            case ArgumentKind::Int:
-                return below(2001) - 1000;
-            case ArgumentKind::Bool:
-                return below(2);
-            case ArgumentKind::Unsigned:
-                return below(100000);
-            default:
-                return number();
-        }
-    }
-
-    std::string text(std::initializer_list<const char*> choices) {
-        return choices.begin()[below(static_cast<int>(choices.size()))];
-    }
-
-    Vector vector() {
-        Vector result(number(), number(), number(), number());
-        result.count = 1 + below(4);
-        return result;
-    }
-
-    Axes axes() {
-        switch (below(4)) {
-            case 0:
-                return {};
-            case 1:
-                return AxesHpb(0, 0, 0, 2, 2, 2);
-            case 2:
-                return AxesHpb(number() / 1000, number() / 1000, 1, 1 + below(2), number(), 1);
-            default:
-                return Matrix3x3(1, 0, 0, 0, 0, number(), 0, -1, 0);
-        }
-    }
-
-    std::mt19937 engine;
-};
 
 std::string canonical(std::string_view text) {
     TextReader reader(text);
@@ -194,7 +113,7 @@ TEST(Language, ReadsTheSameCommandFromEveryNotation) {
         {"fg timeGradients,1,;", "fg timeGradients,1,;"},
         {"sett energetic,-0;", "sett energetic,0;"},
         {"meshOp m,setUvIndexShift,1.84467440e19;", "meshOp m,setUvIndexShift,1.8446744e19;"},
-        {"sett energetic,-2147483648;", "sett energetic,-2.14748364e9;"},
+        {"sett energetic,-2147483648;", "sett energetic,-2147483648;"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(canonical(row.text), row.canonical) << row.text;
@@ -404,14 +323,14 @@ TEST(Language, StaysInsideOfDamagedInput) {
 }
 
 TEST(Language, SurvivesWhatTheFuzzersFound) {
-    // Number text may end one unit of its last place too low, however early it ends: "1.5255551e7", "959.814".
+    // The client's own text of these ends one unit of its last place too low: "1.5255551e7", "959.814".
     const char* const texts[] = {"vector v,(15255552,50.4140625,3.3127963399999997e150);", "vector v,(959.815,1,2);"};
     for (const char* text : texts) {
         const CheckResult result = checkText(text);
         EXPECT_EQ(result.fault, "");
         EXPECT_EQ(result.commands, 1u) << text;
     }
-    EXPECT_EQ(canonical(texts[1]), "vector v,(959.814,1,2);");
+    EXPECT_EQ(canonical(texts[1]), texts[1]);
 }
 
 TEST(Language, KeepsNothingOfALongText) {

@@ -46,14 +46,22 @@ public:
     const char* nameOf(uint64_t registered) override { return registered % 2 != 0 ? "odd one" : nullptr; }
 };
 
-std::string readOneText(const char* text, const Command& original) {
+// What text cannot hold has changed once it was written; then it stays.
+bool isKept(const Command& original, const Command& read, size_t changed) {
+    if (changed == 0) return sameCommand(original, read);
+    TextWriter writer, again;
+    const std::string text = writer.write(original);
+    return original.form == read.form && text == again.write(read) && again.changedNumbers() == 0;
+}
+
+std::string readOneText(const char* text, const Command& original, size_t changed) {
     const ExactCopy copy(text);
     TextReader reader(copy.view());
     Command command;
     if (reader.next(command) != ReadResult::Command) {
         return std::string(text) + " was written and is not understood: " + reader.diagnostic().message;
     }
-    if (!sameAsWritten(original, command)) return std::string(text) + " was written and is read differently";
+    if (!isKept(original, command, changed)) return std::string(text) + " was written and is read differently";
     if (reader.next(command) != ReadResult::End) return std::string(text) + " was written and is read as two";
     return {};
 }
@@ -87,8 +95,9 @@ std::string checkRoundTrips(const Command& command) {
     TextWriter plain, quick(TextWriter::Form::Quick);
     BinaryWriter binary;
     const std::string text = plain.write(command);
-    std::string fault = readOneText(text.c_str(), command);
-    if (fault.empty()) fault = readOneText(quick.write(command), command);
+    const size_t changed = plain.changedNumbers();
+    std::string fault = readOneText(text.c_str(), command, changed);
+    if (fault.empty()) fault = readOneText(quick.write(command), command, changed);
     if (!fault.empty()) return fault;
 
     const void* block = binary.write(command);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -183,6 +184,49 @@ TEST(LoopbackCommands, InATranscriptRunAgainAndGiveItAgain) {
         EXPECT_EQ(host.parse(("include \"" + first.name() + "\";").c_str()), 0) << host.text.take();
     }
     EXPECT_EQ(second.content(), first.content());
+}
+
+// Sends a vector in two encodings. What the engine says is left in `said`.
+std::string transcriptOf(const Vector& vector, const char* numbers, std::string& said) {
+    const TemporaryFile transcript;
+    const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}, {"ZANT_LOOPBACK_NUMBERS", numbers}};
+    Host host;
+    CommandTextBuffer text(host.instance);
+    CommandBinaryBuffer binary(host.instance);
+    Symbol name(binary, "v");
+    for (CommandBuffer* buffer : std::initializer_list<CommandBuffer*>{&text, &binary}) {
+        buffer->addEnum(14, "vector");
+        buffer->addSymbol(name);
+        buffer->addVector(vector);
+        buffer->parse();
+    }
+    said = host.text.take();
+    return transcript.content();
+}
+
+TEST(LoopbackCommands, KeepTheirNumbersInATranscript) {
+    std::string said;
+    const Vector numbers(0.1 + 0.2, 12345678901.0, 1e23);
+    EXPECT_EQ(transcriptOf(numbers, "exact", said),
+              "vector v,(0.3,12345678900,1e23);\nvector v,(0.30000000000000004,12345678901,1e23);\n");
+    EXPECT_EQ(transcriptOf(numbers, "client", said),
+              "vector v,(0.3,1.23456788e10,10e22);\nvector v,(0.3,1.23456788e10,10e22);\n");
+    EXPECT_EQ(said, "");
+    EXPECT_EQ(transcriptOf(Vector(NAN, 1, 2), "", said), "vector v,(0,1,2);\nvector v,(0,1,2);\n");
+    EXPECT_EQ(said, "Warning: the transcript cannot hold 1 of the numbers of vector v,(0,1,2);\n");
+    testing::internal::CaptureStderr();
+    transcriptOf(numbers, "round", said);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("known are exact, client"), std::string::npos);
+}
+
+TEST(LoopbackCommands, ThatCannotBeWrittenToTheTranscriptAreSaidOnce) {
+    const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", "/dev/full"}};
+    Host host;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(host.parse("var x,1; var y,2;", "scene.txt"), 10);
+    EXPECT_EQ(host.text.take(), "Error: scene.txt:1:1: the transcript '/dev/full' cannot be written and ends here\n");
+    EXPECT_EQ(host.parse("delete x; delete y;"), 0);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot write /dev/full: No space left"), std::string::npos);
 }
 
 std::string doubled(const std::string& text) {

@@ -158,6 +158,22 @@ TEST(Program, ConvertsThereAndBack) {
     EXPECT_NE(cut.output.find("the block is cut off"), std::string::npos) << cut.output;
 }
 
+TEST(Program, SaysWhichNumbersTextCannotHold) {
+    const std::string file = temporary("zant_numbers.zant"), text = temporary("zant_numbers_text.zant");
+    std::ofstream(file) << "vector v,(0.1,1e300,-0);\nvector w,(0.30000000000000004,9007199254740993,1e23);\n";
+    EXPECT_EQ(zant("convert --to text " + file).output,
+              "vector v,(0.1,1e300,-0);\nvector w,(0.30000000000000004,9007199254740992,1e23);\n");
+
+    // double d, with the words of a NaN
+    const uint64_t words[] = {56, 9, 1, uint64_t{'d'}, 0, 0x7FF8000000000000, static_cast<uint64_t>(-3)};
+    std::ofstream(file, std::ios::binary).write(reinterpret_cast<const char*>(words), sizeof words);
+    const Outcome changed = zant("convert --to text -o " + text + " " + file);
+    EXPECT_EQ(changed.code, 1);
+    EXPECT_NE(changed.output.find("text cannot hold 1 of the numbers, the first at byte 0:"), std::string::npos)
+        << changed.output;
+    EXPECT_EQ(zant("convert --to binary -o " + text + " " + file).code, 0);
+}
+
 TEST(Program, DecodesItemByItem) {
     const std::string file = temporary("zant_decode.zant");
     std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;";

@@ -73,7 +73,7 @@ TEST_F(ReadingTest, AllEncodingsGiveTheCommandOfTheCatalogue) {
         if (HasFailure()) break;
         EXPECT_EQ(plain.form->function, narrowNames.at(row.name));
         EXPECT_TRUE(sameCommand(plain, quick));
-        EXPECT_TRUE(sameAsWritten(binary, plain));
+        EXPECT_TRUE(sameCommand(binary, plain));
         EXPECT_EQ(writer.write(plain), Expected(row, arguments).text(false));
         EXPECT_EQ(writer.write(binary), Expected(row, arguments).text(false));
         ++checked;
