@@ -2,23 +2,23 @@
 
 #include <chrono>
 #include <filesystem>
-#include <memory>
 #include <new>
+#include <system_error>
 #include <thread>
 
 #include "loopback/execution.h"
 #include "loopback/handles.h"
+#include "loopback/includedfile.h"
 
 namespace Zant::Loopback {
 namespace {
 
 namespace files = std::filesystem;
 
+// Of nested texts and files, and of files in all. Files that include several others would otherwise be read without an
+// end that anybody sees.
 constexpr int deepest = 16;
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
+constexpr int mostFiles = 10000;
 
 // A file is looked for beside the file that includes it, then where it says.
 files::path locate(const std::string& name, const char* source) {
@@ -48,7 +48,9 @@ struct Reading {
     bool isFile = false;
     const Reading* outer = nullptr;
     int depth = 0;
+    mutable int files = 0;  // that were read, of the outermost one
 
+    bool takeFile() const { return outer ? outer->takeFile() : ++files <= mostFiles; }
     bool includes(const files::path& file) const {
         std::error_code ignored;
         if (isFile && files::equivalent(source, file, ignored)) return true;
@@ -124,20 +126,21 @@ int Scene::runNested(const Execution& execution, const Reading& reading) {
     return runText(reader, {execution.nestedSource.c_str(), false, &reading, reading.depth + 1});
 }
 
-// Files that are none, such as directories and devices, are not read: some of them have no end.
 int Scene::runFile(const Execution& execution, const Reading& reading) {
     const files::path path = locate(execution.nestedText, reading.source);
     const std::string quoted = "'" + execution.nestedText + "'";
-    if (reading.includes(path)) {
-        return fail({TooDeep, "the file " + quoted + " includes itself", 0}, execution.command, reading);
+    const auto failed = [&](Code code, const std::string& message) {
+        return fail({code, message, 0}, execution.command, reading);
+    };
+    if (reading.includes(path)) return failed(TooDeep, "the file " + quoted + " includes itself");
+    if (!reading.takeFile()) return failed(TooDeep, "more than " + std::to_string(mostFiles) + " files are included");
+    try {
+        IncludedFile file(path);
+        TextReader reader(file);
+        return runText(reader, {path.c_str(), true, &reading, reading.depth + 1});
+    } catch (const std::system_error& error) {
+        return failed(NoFile, "cannot read the file " + quoted + ": " + error.code().message());
     }
-    std::error_code ignored;
-    const bool isFile = files::is_regular_file(path, ignored);
-    const std::unique_ptr<std::FILE, CloseFile> file(isFile ? std::fopen(path.c_str(), "rb") : nullptr);
-    if (!file) return fail({NoFile, "cannot read the file " + quoted, 0}, execution.command, reading);
-    FileSource input(file.get());
-    TextReader reader(input);
-    return runText(reader, {path.c_str(), true, &reading, reading.depth + 1});
 }
 
 bool Scene::isToFail() {

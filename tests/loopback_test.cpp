@@ -1,6 +1,7 @@
 // The loopback engine, loaded as a host loads it.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cmath>
@@ -247,13 +248,40 @@ TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     std::ofstream(self.name()) << "include \"" << self.name() << "\"; echo \"once\";";
     EXPECT_EQ(host.parse(("include \"" + self.name() + "\";").c_str()), 6);
     EXPECT_NE(host.text.take().find("includes itself\nonce\n"), std::string::npos);
-    for (const char* command : {"include \"\";", "include \"/\";", "include \"/dev/zero\";"}) {
-        EXPECT_EQ(host.parse(command), 5) << command;
+    const TemporaryFile pipe;
+    ASSERT_EQ(mkfifo(pipe.name().c_str(), 0600), 0);
+    for (const std::string& odd : {std::string(), std::string("/"), std::string("/dev/zero"), pipe.name(),
+                                   std::string("/proc/self/mem")}) {  // where reading fails
+        EXPECT_EQ(host.parse(("include \"" + odd + "\";").c_str()), 5) << odd;
+        EXPECT_NE(host.text.take().find("cannot read the file"), std::string::npos) << odd;
     }
     std::string nested = "echo";
     for (int depth = 0; depth < 6; ++depth)
         nested = "parse \"" + doubled(nested + ";") + "\"";
     EXPECT_EQ(host.parse(nested.c_str()), 0) << host.text.take();
+}
+
+TEST(LoopbackCommands, ThatIncludeTooManyFilesEnd) {
+    std::vector<std::unique_ptr<TemporaryFile>> files;
+    std::string command = "echo \"leaf\";";
+    for (int level = 0; level < 12; ++level) {
+        files.push_back(std::make_unique<TemporaryFile>(command));
+        command.clear();
+        for (int times = 0; times < 6; ++times)
+            command += "include \"" + files.back()->name() + "\";";
+    }
+    Host host;
+    EXPECT_EQ(host.parse(command.c_str()), 6);
+    EXPECT_NE(host.text.take().find("more than 10000 files are included"), std::string::npos);
+    EXPECT_EQ(host.parse(("include \"" + files.front()->name() + "\";").c_str()), 0) << "the next call counts anew";
+}
+
+TEST(LoopbackCommands, ThatIncludeTheTranscriptEnd) {
+    const TemporaryFile transcript("var x,1;\n");
+    const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}};
+    Host host;
+    EXPECT_EQ(host.parse(("var y,2; include \"" + transcript.name() + "\";").c_str()), 0);
+    EXPECT_EQ(transcript.content(), "var x,1;\nvar y,2;\nvar x,1;\nvar y,2;\n");
 }
 
 TEST(LoopbackCommands, SayWhatTheyKnow) {
