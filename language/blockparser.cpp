@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "language/numbers.h"
+
 namespace Zant {
 
 namespace {
@@ -235,7 +237,7 @@ std::string BlockParser::found() const {
     if (word == 0 && deepest.problem != Problem::UnknownKeyword && deepest.offset + 8 < end) {
         double number = 0;
         std::memcpy(&number, bytes + deepest.offset + 8, sizeof number);
-        return "the word 0 and " + std::to_string(number);
+        return "the word 0 and " + numberText(number);
     }
     return "the word " + std::to_string(static_cast<int64_t>(word));
 }

@@ -135,6 +135,9 @@ char* writeNumber(char* out, double number) {
         *out++ = '0';
         return out;
     }
+    if (std::fabs(number) <= 1e6 && number == std::trunc(number)) {
+        return std::to_chars(out, out + numberRoom, number, std::chars_format::fixed).ptr;
+    }
     char* const end = std::to_chars(out, out + numberRoom, number).ptr;
     char* const mark = std::find(out, end, 'e');
     if (mark == end) return end;
@@ -147,6 +150,8 @@ char* writeNumber(char* out, double number) {
 }
 
 std::string numberText(double number) {
+    if (std::isnan(number)) return "NaN";
+    if (std::isinf(number)) return number < 0 ? "-infinity" : "infinity";
     char text[numberRoom];
     return {text, static_cast<size_t>(writeNumber(text, number) - text)};
 }

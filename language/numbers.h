@@ -29,11 +29,12 @@ bool isNumberWord(std::string_view word);
 
 constexpr size_t numberRoom = 32;  ///< bytes for the text of any number
 
-/// Writes the shortest text that is read as the same double, "1e20" and not "1e+20"; without a terminator.
+/// Writes the shortest text that is read as the same double, "1e20" and not "1e+20", but whole numbers up to a million
+/// digit by digit; without a terminator.
 /// What is not finite has no text and is written as the client writes it: "0", or "-0" for the negative infinity.
 /// @return behind the text
 char* writeNumber(char* out, double number);
-/// The same as a string, for messages.
+/// The same as a string, for messages: what is not finite has its name there.
 std::string numberText(double number);
 
 /// Angles are radians in memory and degrees in text.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "language/numbers.h"
 #include "loopback/drawing.h"
 #include "loopback/execution.h"
 
@@ -11,8 +12,7 @@ namespace {
 
 Outcome refusedSize(const Vector& size) {
     return {BadValue,
-            "a bitmap cannot have the size " + std::to_string(size.values[0]) + " x " + std::to_string(size.values[1]),
-            2};
+            "a bitmap cannot have the size " + numberText(size.values[0]) + " x " + numberText(size.values[1]), 2};
 }
 
 // Sizes outside of every limit stay outside when they become ints.

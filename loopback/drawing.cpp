@@ -12,8 +12,16 @@ struct Pixel {
     int y;
 };
 
-bool isFinite(const Vector& position) {
-    return std::isfinite(position.values[0]) && std::isfinite(position.values[1]);
+// Hosts may trap floating-point errors: nothing here may overflow or leave the real numbers. Squares and differences
+// of numbers up to this one do not.
+constexpr double farthest = 1e150;
+
+bool isInReach(double number) {
+    return std::isfinite(number) && std::fabs(number) <= farthest;
+}
+
+bool isInReach(const Vector& position) {
+    return isInReach(position.values[0]) && isInReach(position.values[1]);
 }
 
 void plot(const Bitmap& bitmap, double x, double y, const Vector& colour) {
@@ -25,7 +33,7 @@ void plot(const Bitmap& bitmap, double x, double y, const Vector& colour) {
 
 // Narrows the part of a line, from 0 to 1, to where start + part * length lies between -1 and the limit.
 void clip(double start, double length, double limit, double& first, double& last) {
-    if (length == 0) {
+    if (std::fabs(length) <= 1 / farthest) {
         if (start < -1 || start > limit) last = -1;
         return;
     }
@@ -81,11 +89,11 @@ private:
 }  // namespace
 
 void drawPoint(const Bitmap& bitmap, const Vector& position, const Vector& colour) {
-    plot(bitmap, position.values[0], position.values[1], colour);
+    if (isInReach(position)) plot(bitmap, position.values[0], position.values[1], colour);
 }
 
 void drawLine(const Bitmap& bitmap, const Vector& from, const Vector& to, const Vector& colour) {
-    if (!isFinite(from) || !isFinite(to)) return;
+    if (!isInReach(from) || !isInReach(to)) return;
     const double length[2] = {to.values[0] - from.values[0], to.values[1] - from.values[1]};
     double first = 0;
     double last = 1;
@@ -102,16 +110,18 @@ void drawLine(const Bitmap& bitmap, const Vector& from, const Vector& to, const 
 }
 
 void drawCircle(const Bitmap& bitmap, const Vector& centre, double radius, const Vector& colour) {
-    if (!isFinite(centre) || !(radius >= 0) || !std::isfinite(radius)) return;
+    if (!isInReach(centre) || !isInReach(radius) || radius < 0) return;
     const double x = std::floor(centre.values[0] + 0.5);
     const double y = std::floor(centre.values[1] + 0.5);
     // By columns and by rows: together they leave no gap, and a huge circle takes no longer than a small one.
     for (int column = 0; column < bitmap.width; ++column) {
+        if (std::fabs(column - x) > radius) continue;
         const double height = std::sqrt(radius * radius - (column - x) * (column - x));
         plot(bitmap, column, y + height, colour);
         plot(bitmap, column, y - height, colour);
     }
     for (int row = 0; row < bitmap.height; ++row) {
+        if (std::fabs(row - y) > radius) continue;
         const double width = std::sqrt(radius * radius - (row - y) * (row - y));
         plot(bitmap, x + width, row, colour);
         plot(bitmap, x - width, row, colour);
@@ -126,6 +136,7 @@ void drawClear(const Bitmap& bitmap, const Vector& colour) {
 }
 
 void drawFill(const Bitmap& bitmap, const Vector& position, const Vector& colour, double tolerance) {
+    if (!isInReach(position)) return;
     const double x = std::floor(position.values[0] + 0.5);
     const double y = std::floor(position.values[1] + 0.5);
     if (!(x >= 0 && y >= 0 && x < bitmap.width && y < bitmap.height)) return;

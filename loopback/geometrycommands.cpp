@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "language/numbers.h"
 #include "loopback/execution.h"
 
 namespace Zant::Loopback {
@@ -62,9 +63,8 @@ Outcome setVertexData(Execution& execution) {
 // Every polygon becomes a fan of triangles around its first point.
 void addTriangles(Mesh& mesh, const Polygon& polygon) {
     for (size_t corner = 2; corner < polygon.points.size(); ++corner) {
-        Polygon triangle = polygon;
-        triangle.points = {polygon.points[0], polygon.points[corner - 1], polygon.points[corner]};
-        mesh.polygons.push_back(std::move(triangle));
+        const std::vector<double> points = {polygon.points[0], polygon.points[corner - 1], polygon.points[corner]};
+        mesh.polygons.push_back({polygon.tag, points, polygon.more});
     }
 }
 
@@ -94,7 +94,7 @@ Outcome addPolygon(Execution& execution) {
     const VarLenDouble points = execution.numbers(2);
     for (size_t item = 0; item < points.count; ++item) {
         if (!isPoint(points.items[item].value, mesh)) {
-            return {BadValue, "the mesh has no point " + std::to_string(points.items[item].value), 2};
+            return {BadValue, "the mesh has no point " + numberText(points.items[item].value), 2};
         }
         polygon.points.push_back(points.items[item].value);
     }

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <cfenv>
+#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -206,6 +210,19 @@ std::string picture(const Bitmap& bitmap) {
     return text;
 }
 
+// Some hosts end with a signal where an operation has no result.
+class FloatingPointTraps {
+public:
+#ifdef __GLIBC__
+    FloatingPointTraps() {
+        feenableexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW);
+    }
+    ~FloatingPointTraps() {
+        fedisableexcept(FE_ALL_EXCEPT);
+    }
+#endif
+};
+
 TEST(LoopbackBitmaps, AreDrawnInto) {
     struct Row {
         const char* commands;
@@ -225,6 +242,9 @@ TEST(LoopbackBitmaps, AreDrawnInto) {
         {"bitmapOp b,line,(-9,-9),(-9,99),(1,1,1);", "...../...../...../....."},
         {"bitmapOp b,circle,(1,1),1,(1,1,1);", ".#.../#.#../.#.../....."},
         {"bitmapOp b,circle,(-1000000,2),1000002,(1,1,1);", "..#../..#../..#../..#.."},
+        {"bitmapOp b,circle,(1,1),1e300,(1,1,1); bitmapOp b,circle,(-1e300,1),2,(1,1,1);", "...../...../...../....."},
+        {"bitmapOp b,line,(-1e308,1),(1e308,1),(1,1,1); bitmapOp b,line,(0,0),(1e-300,0),(1,1,1);",
+         "#..../...../...../....."},
         {"bitmapOp b,line,(2,0),(2,3),(1,1,1); bitmapOp b,fill,(0,0),(1,1,1);", "###../###../###../###.."},
         {"bitmapOp b,plot,(1,1),(0.1,0.1,0.1,0); bitmapOp b,fill,(0,0),(1,1,1),0.2;", "#####/#####/#####/#####"},
         {"bitmapOp b,fill,(9,9),(1,1,1);", "...../...../...../....."},
@@ -240,6 +260,7 @@ TEST(LoopbackBitmaps, AreDrawnInto) {
             Host host;
             CommandTextBuffer buffer(host.instance);
             BitmapSymbol bitmap(buffer, 5, 4, format, "b");
+            const FloatingPointTraps traps;
             EXPECT_EQ(host.parse(row.commands), 0) << host.text.take();
             bitmap.refreshDirectLink();
             EXPECT_EQ(picture(bitmap.bitmap), row.picture) << row.commands << format;
@@ -354,6 +375,33 @@ TEST(LoopbackMeshes, TakePointsAndPolygons) {
     EXPECT_EQ(textOf(host, "t"),
               "mesh t;\nmeshOp t,points,v;\nmeshAddPoly t,1,{0,1,2},2,3;\nmeshAddPoly t,1,{0,2,3},2,3;");
     EXPECT_EQ(host.parse("meshAddPoly m,1,{0,1,4};"), 4) << "the map of four rows lives on in the mesh";
+}
+
+TEST(LoopbackMeshes, OfTrianglesTakeMemoryForTheirTriangles) {
+    Host host;
+    std::string command = "mesh m; meshAddPoly m,1,{0";
+    for (int point = 1; point < 20000; ++point)
+        command += "," + std::to_string(point);
+    ASSERT_EQ(host.parse((command + "};").c_str()), 0);
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(host.parse("mesh t,triple,m; objectInfo t;"), 0);
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_EQ(host.text.take(), "t: mesh 19998 polygons\n");
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "kilobytes; all points in each would be 3.2 GB";
+}
+
+// A host's locale may write 0.5 as 0,5. Where no such locale could be made, at least the digits are looked at.
+TEST(LoopbackObjects, AreNumberedInMessagesAsInCommands) {
+    const Environment environment{{"LOCPATH", ZANT_TEST_LOCALES}};
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    Host host;
+    host.parse(
+        "bitmap b,charGray,(-0.5,4); vertexMap v,3,fixedSize,2; mesh m; meshOp m,points,v; meshAddPoly m,1,1.5;");
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(host.text.take(),
+              "Error: text:1:19: a bitmap cannot have the size -0.5 x 4\n"
+              "Error: text:1:99: the mesh has no point 1.5\n");
 }
 
 }  // namespace
