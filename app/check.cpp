@@ -10,6 +10,7 @@
 #include "app/findings.h"
 #include "app/program.h"
 #include "app/text.h"
+#include "language/symbols.h"
 
 namespace Zant::App {
 namespace {
@@ -19,6 +20,7 @@ namespace fs = std::filesystem;
 struct Options {
     bool json = false;
     bool includes = false;
+    bool symbols = false;
     std::vector<std::string> files;
 };
 
@@ -68,12 +70,23 @@ private:
             ++commands;
             if (result == ReadResult::Error)
                 tell(file.fileName(), file.diagnostic());
-            else if (options.includes && std::string_view(command.word()) == "include")
-                follow(command, file.fileName());
+            else
+                checkCommand(file, command);
         }
         if (!options.json)
             tell(
                 fmt::format("{}: {}, {}", file.fileName(), counted(commands, "command"), counted(mistakes, "mistake")));
+    }
+
+    void checkCommand(const CommandFile& file, const Command& command) {
+        if (options.symbols) checkSymbols(file, command);
+        if (options.includes && std::string_view(command.word()) == "include") follow(command, file.fileName());
+    }
+
+    void checkSymbols(const CommandFile& file, const Command& command) {
+        for (const SymbolTable::Finding& finding : symbols.check(command))
+            tell(file.fileName(), file.inFile(finding.in(command)));
+        symbols.follow(command, file.fileName() + ", " + file.whereIs(command));
     }
 
     void follow(const Command& command, const std::string& includer) {
@@ -101,6 +114,7 @@ private:
     size_t mistakes = 0;      // of the file that is being checked
     std::set<fs::path> open;  // files that are being checked, one inside the other
     std::set<fs::path> seen;  // files that have been checked
+    SymbolTable symbols;      // of all files: they are meant to run one after the other
 };
 
 }  // namespace
@@ -111,6 +125,9 @@ void addCheck(CLI::App& program, int& exitCode) {
     command->add_flag("--json", options->json,
                       "Write each mistake as a JSON object on a line of its own, nothing else");
     command->add_flag("--includes", options->includes, "Check the files of 'include' commands as well, each once");
+    command->add_flag(
+        "--symbols", options->symbols,
+        "Follow the names as well: undeclared, deleted, of another kind. Files share them, in their order");
     command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
     command->callback([options, &exitCode] { exitCode = Checker(*options).checkAll() ? Fine : InputHasErrors; });
 }

@@ -28,9 +28,14 @@ ReadResult CommandFile::nextBlock(Command& command) {
     if (result != ReadResult::Command) return result;
     result = blocks.read(blockFile.block().data(), blockFile.block().size(), command);
     if (result == ReadResult::Command) return result;
-    failure = result == ReadResult::End ? Diagnostic{{}, "the block holds no command", ""} : blocks.diagnostic();
-    failure.position.offset += blockFile.start();
+    failure =
+        inFile(result == ReadResult::End ? Diagnostic{{}, "the block holds no command", ""} : blocks.diagnostic());
     return ReadResult::Error;
+}
+
+Diagnostic CommandFile::inFile(Diagnostic mistake) const {
+    if (!text) mistake.position.offset += blockFile.start();
+    return mistake;
 }
 
 std::string CommandFile::whereIs(const Command& command) const {

@@ -22,6 +22,8 @@ public:
     /// The reason of the last error, and the same on one line, with the file's name and the position.
     const Diagnostic& diagnostic() const { return failure; }
     std::string describeError() const { return failure.describe(fileName().c_str()); }
+    /// A mistake in the last command that the caller has found, with its place in the file.
+    Diagnostic inFile(Diagnostic mistake) const;
     /// Where the last command stands: "line 12", or "byte 64" of a file of blocks.
     std::string whereIs(const Command& command) const;
     const std::string& fileName() const { return input.name(); }

@@ -11,6 +11,7 @@ namespace Zant {
 namespace {
 
 constexpr uint64_t endMark = static_cast<uint64_t>(-3);
+constexpr size_t commandPlace = 8;  // behind the length of the block
 constexpr uint64_t listMark = static_cast<uint64_t>(-2);
 
 size_t aligned(size_t offset) {
@@ -21,7 +22,7 @@ size_t aligned(size_t offset) {
 
 bool BlockParser::parse(const void* block, size_t size, Command& target) {
     bytes = static_cast<const unsigned char*>(block);
-    here = 8;
+    here = commandPlace;
     end = size - 8;
     command = &target;
     command->clear();
@@ -29,7 +30,7 @@ bool BlockParser::parse(const void* block, size_t size, Command& target) {
     complaint = nullptr;
     const Grammar::Node node = grammar.byNumber(Grammar::root, takeWord());
     if (node != Grammar::none) return walk(node, 0);
-    note(Problem::UnknownCommand, Grammar::root, 0, 8);
+    note(Problem::UnknownCommand, Grammar::root, 0, commandPlace);
     return false;
 }
 
@@ -56,7 +57,7 @@ bool BlockParser::walkKeyword(Grammar::Node node, int depth) {
     const size_t item = here;
     const Grammar::Node target = grammar.byNumber(node, takeWord());
     if (target != Grammar::none) {
-        command->beginValue(ArgumentKind::Keyword, item);
+        command->beginValue(ArgumentKind::Keyword, item - commandPlace);
         if (walk(target, depth + 1)) return true;
         command->truncate(static_cast<size_t>(depth));
     } else if (grammar.firstArgument(node) == Grammar::none) {
@@ -69,7 +70,7 @@ bool BlockParser::walkKeyword(Grammar::Node node, int depth) {
 bool BlockParser::walkArgument(Grammar::Node node, int depth, uint32_t step, EmptyText emptyText) {
     const size_t item = here;
     const ArgumentKind kind = grammar.kindOf(step);
-    command->beginValue(kind, item);
+    command->beginValue(kind, item - commandPlace);
     complaint = nullptr;
     empty = emptyText;
     if (readArgument(kind)) {

@@ -157,6 +157,18 @@ void Command::truncate(size_t valueCount) {
     }
 }
 
+Position placeOf(const Command& command, size_t place) {
+    Position position = command.position;
+    if (place >= command.values().size()) return position;
+    const size_t offset = command.values()[place].offset;
+    position.offset += offset;
+    for (const char letter : command.source.substr(0, offset)) {
+        position.column = letter == '\n' ? 1 : position.column + 1;
+        position.line += letter == '\n';
+    }
+    return position;
+}
+
 namespace {
 
 bool sameNumbers(const double* a, const double* b, int count) {

@@ -108,6 +108,9 @@ private:
     std::string texts;              // each with its terminator
 };
 
+/// @return where a value of a command that was read stands in the input; the command itself for a place that it has not
+Position placeOf(const Command& command, size_t place);
+
 /// @return whether two commands have the same form and exactly the same values
 bool sameCommand(const Command& left, const Command& right);
 

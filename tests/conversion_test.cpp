@@ -274,7 +274,7 @@ size_t spoilBlock(std::vector<uint64_t>& words, const Command& read, unsigned ch
         return 8;
     }
     const Value& value = read.values()[place];
-    uint64_t* const word = &words[value.offset / 8];
+    uint64_t* const word = &words[1 + value.offset / 8];
     if (value.isList) {
         word[1] = 4;
     } else if (value.kind == ValueKind::CoordSys) {
@@ -282,7 +282,7 @@ size_t spoilBlock(std::vector<uint64_t>& words, const Command& read, unsigned ch
     } else {
         *word = uint64_t{1} << 40;
     }
-    return value.offset;
+    return 8 + value.offset;
 }
 
 bool hasEmptyText(const Command& command) {

@@ -26,7 +26,14 @@ TEST(Program, ExitCodesAndMessages) {
     std::ofstream(badFile) << "about;\nlihgt a;\n";
     const std::string checkBad = "check " + badFile;
     const std::string runBad = "run " + badFile;
+    const std::string names = temporary("zant_names.zant"), moreNames = temporary("zant_more_names.zant");
+    std::ofstream(names) << "var x;\nclear x;\n";
+    std::ofstream(moreNames) << "delete x;\nclear x;\n";
+    const std::string inOrder = "check --symbols " + names + " " + moreNames;
+    const std::string inDisorder = "check --symbols " + moreNames + " " + names;
     const Row rows[] = {
+        {inOrder.c_str(), 1, "zant_more_names.zant:2:7: 'x' was deleted in /"},
+        {inDisorder.c_str(), 1, "zant_more_names.zant:1:8: 'x' is not declared"},
         {"", 2, "subcommand is required"},
         {"dance", 2, "no subcommand 'dance'"},
         {"--version", 0, "3.0.0"},
