@@ -99,9 +99,10 @@ Outcome operateOnBitmap(Execution& execution) {
         if (execution.isKeyword(1, row.word)) return draw(row, execution);
     }
     if (execution.isKeyword(1, "copy")) return copyBitmap(execution);
-    if (execution.isKeyword(1, "resize") && !resize(execution.pixels(0), execution.vector(2))) {
-        return refusedSize(execution.vector(2));
+    if (execution.isKeyword(1, "resize")) {
+        return resize(execution.pixels(0), execution.vector(2)) ? Outcome{} : refusedSize(execution.vector(2));
     }
+    execution.hasEffect = false;
     return {};
 }
 

@@ -46,10 +46,12 @@ Outcome checkPlace(const Execution& execution, size_t place) {
 
 void declareAll(Execution& execution) {
     const Form& form = *execution.command.form;
+    execution.hasEffect = false;
     for (size_t place = 0; place < form.tokenCount; ++place) {
         if (form.tokens[place].kind != ArgumentKind::NewSymbol) continue;
         const Opaque content{execution.writer.write(execution.command)};
         execution.objects.declare<Opaque>(execution.text(place), form.command, content);
+        execution.hasEffect = true;
     }
 }
 

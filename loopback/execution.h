@@ -27,6 +27,7 @@ struct Execution {
     TextWriter& writer;
 
     Lines lines{};                 ///< what the command says
+    bool hasEffect = true;         ///< whether anything came of it, a line of text included
     Nested nested = Nested::None;  ///< commands to be read next, which are recorded instead of this one
     std::string nestedText{};      ///< their file's name, or the commands themselves
     std::string nestedSource{};    ///< of a text, its name in error lines

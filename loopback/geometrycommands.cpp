@@ -23,7 +23,8 @@ Outcome declareVertexMap(Execution& execution) {
 }
 
 Outcome operateOnVertexMap(Execution& execution) {
-    if (execution.isKeyword(1, "resize") && !execution.vertexMap(0).resize(execution.number(2))) {
+    execution.hasEffect = execution.isKeyword(1, "resize");
+    if (execution.hasEffect && !execution.vertexMap(0).resize(execution.number(2))) {
         return {BadValue, "a vertex map cannot have this number of rows", 2};
     }
     return {};
@@ -105,7 +106,8 @@ Outcome addPolygon(Execution& execution) {
 }
 
 Outcome operateOnMesh(Execution& execution) {
-    if (execution.isKeyword(1, "points")) {
+    execution.hasEffect = execution.isKeyword(1, "points");
+    if (execution.hasEffect) {
         execution.mesh(0).points = execution.has(2) ? execution.object(2) : nullptr;
     }
     return {};

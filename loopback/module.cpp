@@ -50,7 +50,7 @@ void Module::exit(int place) {
     reportSurvivors(host);
     for (auto scene = scenes_.begin(); scene != scenes_.end();) {
         const bool isOfHost = scene->second->library() == host;
-        if (isOfHost) ended.insert(*scene);
+        if (isOfHost) scene->second->summarise(), ended.insert(*scene);
         scene = isOfHost ? scenes_.erase(scene) : std::next(scene);
     }
     hosts_[place] = nullptr;
@@ -66,6 +66,7 @@ bool Module::hasHosts() const {
 void Module::begin() {
     surroundings_.settings = readSettings();
     surroundings_.transcript.open(surroundings_.settings.transcript);
+    surroundings_.summary.open(surroundings_.settings.summary);
     surroundings_.watch.open(surroundings_.settings.watch);
     if (surroundings_.watch.isOpen()) stayInMemory();
 }
@@ -74,6 +75,7 @@ void Module::begin() {
 void Module::end() {
     std::exchange(surroundings_.settings, Settings());  // plain assignment would keep the memory of texts
     surroundings_.transcript.close();
+    surroundings_.summary.close();
     rays_.clear();
     mutexes_.clear();
     options_.clear();
@@ -145,6 +147,7 @@ void Module::destroyInstance(const void* handle) {
     // A host may send the events back: the handle is alive until the last one.
     if (surroundings_.settings.faults.eventsAtDestruction) scene->text().say("the instance is being destroyed");
     scene->text().close();
+    scene->summarise();
     const std::lock_guard lock(mutex_);
     scenes_.erase(handleNumber(HandleTag::Instance, handle));
 }

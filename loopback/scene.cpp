@@ -1,10 +1,12 @@
 #include "loopback/scene.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <new>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "loopback/execution.h"
 #include "loopback/handles.h"
@@ -25,19 +27,6 @@ files::path locate(const std::string& name, const char* source) {
     const files::path beside = files::path(source).parent_path() / name;
     std::error_code ignored;
     return files::is_regular_file(beside, ignored) ? beside : files::path(name);
-}
-
-// Where a value of the command stands.
-Position positionOf(const Command& command, size_t place) {
-    Position position = command.position;
-    if (place >= command.values().size()) return position;
-    const size_t offset = command.values()[place].offset;
-    position.offset += offset;
-    for (const char letter : command.source.substr(0, offset)) {
-        position.column = letter == '\n' ? 1 : position.column + 1;
-        position.line += letter == '\n';
-    }
-    return position;
 }
 
 }  // namespace
@@ -110,11 +99,51 @@ int Scene::runBlock(const void* block) {
 
 int Scene::run(const Command& command, Lock lock, const Reading& reading) {
     Execution execution{command, objects_, settings_, writer_};
+    if (settings_.symbols) {
+        const std::vector<SymbolTable::Finding> findings = symbols_.check(command);
+        if (!findings.empty()) return refuse(findings, command, reading, std::move(lock));
+    }
     const Outcome outcome = execute(execution);
+    if (outcome.code == Fine || outcome.code == NotRecorded) note(execution, reading);
     lock.unlock();
     text_.say(execution.lines);
     if (outcome.code != Fine) return fail(outcome, command, reading);
     return execution.nested == Nested::None ? Fine : runNested(execution, reading);
+}
+
+// Says all of them.
+int Scene::refuse(const std::vector<SymbolTable::Finding>& findings, const Command& command, const Reading& reading,
+                  Lock lock) {
+    using Problem = SymbolTable::Problem;
+    lock.unlock();
+    for (const SymbolTable::Finding& finding : findings)
+        fail(finding.in(command), reading);
+    const Problem first = findings.front().problem;
+    return first == Problem::Undeclared || first == Problem::Deleted ? UnknownObject : WrongKind;
+}
+
+// What is kept of a command that was carried out.
+void Scene::note(const Execution& execution, const Reading& reading) {
+    if (!execution.hasEffect && surroundings_.summary.isOpen()) ++withoutEffect_[execution.command.form];
+    if (!settings_.symbols) return;
+    const size_t line = execution.command.position.line;
+    symbols_.follow(execution.command, reading.source + (line ? ", line " + std::to_string(line) : std::string()));
+}
+
+void Scene::summarise() {
+    const Lock lock = enter("summary");
+    if (!surroundings_.summary.isOpen()) return;
+    std::vector<std::pair<size_t, const Form*>> forms;
+    size_t total = 0;
+    for (const auto& [form, count] : withoutEffect_) {
+        forms.emplace_back(count, form);
+        total += count;
+    }
+    std::stable_sort(forms.begin(), forms.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+    surroundings_.summary.line("instance " + std::to_string(number_) +
+                               ": taken without effect: " + std::to_string(total));
+    for (const auto& [count, form] : forms)
+        surroundings_.summary.line("  " + std::to_string(count) + "  " + form->notation);
 }
 
 int Scene::runNested(const Execution& execution, const Reading& reading) {
@@ -180,7 +209,7 @@ int Scene::fail(const Diagnostic& diagnostic, const Reading& reading) {
 }
 
 int Scene::fail(const Outcome& outcome, const Command& command, const Reading& reading) {
-    fail(Diagnostic{positionOf(command, outcome.place), outcome.message, {}}, reading);
+    fail(Diagnostic{placeOf(command, outcome.place), outcome.message, {}}, reading);
     return outcome.code;
 }
 

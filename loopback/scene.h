@@ -2,11 +2,14 @@
 #define ZANT_LOOPBACK_SCENE_H
 
 #include <cstdint>
+#include <map>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "client/engine/instance.h"
 #include "language/reader.h"
+#include "language/symbols.h"
 #include "language/writer.h"
 #include "loopback/appendedfile.h"
 #include "loopback/codes.h"
@@ -30,6 +33,7 @@ public:
         Settings settings;
         AppendedFile transcript;
         AppendedFile watch;
+        AppendedFile summary;
     };
 
     Scene(uint64_t number, Instance* instance, Surroundings& surroundings);
@@ -42,6 +46,9 @@ public:
     /// one line of text.
     /// @return the code of the first failure, or 0.
     int parse(const void* data, const char* source, int mode);
+
+    /// Writes to the summary how often which form was taken without effect, the most frequent one first.
+    void summarise();
 
     /// The handle of an object that can be used as the type asks for; null when there is none.
     /// @param registered null, or set to the word under which blocks name the object, 0 when there is none.
@@ -69,6 +76,9 @@ private:
     int runText(TextReader& reader, const Reading& reading);
     int runBlock(const void* block);
     int run(const Command& command, Lock lock, const Reading& reading);
+    int refuse(const std::vector<SymbolTable::Finding>& findings, const Command& command, const Reading& reading,
+               Lock lock);
+    void note(const Execution& execution, const Reading& reading);
     int runNested(const Execution& execution, const Reading& reading);
     int runFile(const Execution& execution, const Reading& reading);
     Outcome execute(Execution& execution);
@@ -84,6 +94,8 @@ private:
     TextOutput text_;
     std::mutex mutex_;
     Objects objects_;
+    SymbolTable symbols_;  // only when it is asked for
+    std::map<const Form*, size_t> withoutEffect_;
     TextWriter writer_;
     TextWriter transcriptWriter_;
     long commands_ = 0;

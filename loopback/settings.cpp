@@ -32,6 +32,8 @@ Settings readSettings() {
     settings.doubleVertexMaps = enabled("ZANT_LOOPBACK_DOUBLE_VERTEX_MAPS");
     settings.transcript = environment("ZANT_LOOPBACK_TRANSCRIPT");
     settings.numbers = numbersOf(environment("ZANT_LOOPBACK_NUMBERS"), complaints);
+    settings.symbols = enabled("ZANT_LOOPBACK_SYMBOLS");
+    settings.summary = environment("ZANT_LOOPBACK_SUMMARY");
     settings.watch = environment("ZANT_LOOPBACK_WATCH");
     settings.faults = parseFaults(environment("ZANT_LOOPBACK_FAULT"), complaints);
     std::fputs(complaints.c_str(), stderr);

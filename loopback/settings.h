@@ -14,6 +14,8 @@ struct Settings {
     bool doubleVertexMaps = false;                             // ZANT_LOOPBACK_DOUBLE_VERTEX_MAPS=1
     std::string transcript;                                    // ZANT_LOOPBACK_TRANSCRIPT, a file name
     TextWriter::Numbers numbers = TextWriter::Numbers::Exact;  // ZANT_LOOPBACK_NUMBERS, "exact" or "client"
+    bool symbols = false;                                      // ZANT_LOOPBACK_SYMBOLS=1
+    std::string summary;                                       // ZANT_LOOPBACK_SUMMARY, a file name
     std::string watch;                                         // ZANT_LOOPBACK_WATCH, a file name
     Faults faults;                                             // ZANT_LOOPBACK_FAULT
 };

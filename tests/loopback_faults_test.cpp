@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -203,6 +204,54 @@ TEST(LoopbackWatch, NotesMutexesInTheWrongHands) {
     mutex.unlock();
     mutex.unlock();
     EXPECT_EQ(file.content(), "mutexOp: locked twice by one thread\nmutexOp: unlocked by a stranger\n");
+}
+
+// ---- what a test may ask for as well
+// ---------------------------------------------------------------------------------
+
+TEST(LoopbackSymbols, AreFollowedWhenAsked) {
+    const TemporaryFile transcript;
+    const Environment environment{{"ZANT_LOOPBACK_SYMBOLS", "1"}, {"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}};
+    Host host;
+    const struct {
+        const char* commands;
+        int code;
+        const char* said;
+    } rows[] = {
+        {"surface s,black; clear t;", 2, "Error: f:1:24: 't' is not declared, did you mean 's'?\n"},
+        {"texture s,color,(1,1,1);", 3,
+         "Error: f:1:9: 's' is another kind of object already, declared by 'surface' in f, line 1\n"},
+        {"parse \"delete s;\";\n clear s;", 2, "Error: f:2:8: 's' was deleted in parse, line 1\n"},
+        {"clear u; bitmap b; bitmapOp b,clear;", 2, "Error: f:1:7: 'u' is not declared\n"},
+        {"bitmap c,charGray,(-1,4); clear c;", 4,
+         "Error: f:1:19: a bitmap cannot have the size -1 x 4\nError: f:1:33: 'c' is not declared, did you mean "
+         "'b'?\n"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(host.parse(row.commands, "f"), row.code) << row.commands;
+        EXPECT_EQ(host.text.take(), row.said) << row.commands;
+    }
+    EXPECT_EQ(transcript.content(), "surface s,black;\ndelete s;\nbitmap b;\nbitmapOp b,clear;\n");
+}
+
+TEST(LoopbackSummary, CountsWhatHadNoEffect) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_SUMMARY", file.name()}};
+    {
+        Host host;
+        host.parse("fg render; fg gradients,0.5,2; fg gradients,1,2; var x; echo \"x\"; surface s,black; mesh m;");
+        host.parse("meshOp m,points; meshOp m,removeUnusedTags; bitmap b; bitmapOp b,clear; lihgt; delete y;");
+        Instance* const other = host.library.createInstanceWithListner(&host.text);
+        other->parse("var x;", nullptr, ParseText);
+        host.library.releaseInstance(other);
+    }
+    std::string text = file.content();  // instances are numbered through the process
+    for (size_t at = 0; (at = text.find("instance ", at)) != std::string::npos; ++at)
+        text.erase(at + 8, text.find(':', at) - at - 8);
+    EXPECT_EQ(text,
+              "instance: taken without effect: 0\n"
+              "instance: taken without effect: 4\n"
+              "  2  fg gradients d d\n  1  meshOp M removeUnusedTags\n  1  fg render\n");
 }
 
 // ---- hosts ---------------------------------------------------------------------------------------------------------
