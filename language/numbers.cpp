@@ -44,20 +44,24 @@ bool isLarge(std::string_view number) {
     return power + static_cast<int64_t>(point) - static_cast<int64_t>(first) > 0;
 }
 
-double parse(std::string_view number) {
-    double value = 0;  // stays for the text "." alone
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error != std::errc::result_out_of_range) return value;
-    value = isLarge(number) ? infinity : 0.0;
-    return number[0] == '-' ? -value : value;
+// @return whether the standard library takes all of the text for a number, and a double holds it
+bool parse(std::string_view number, double& value) {
+    const char* const last = number.data() + number.size();
+    const auto [end, error] = std::from_chars(number.data(), last, value);
+    return end == last && error == std::errc();
 }
 
-// An exponent without digits is 0; "+-" is "-".
-double parseOddExponent(std::string_view number, size_t mark) {
-    if (!isCharacter(number.back(), Digit)) return parse(number.substr(0, mark));
-    std::string plain(number);
-    plain.erase(mark + 1, 1);
-    return parse(plain);
+// A number that no double holds, or one in the client's notation alone: the digits of the exponent, or all of them, may
+// be missing, and "+-" is "-".
+double parseOdd(std::string_view number) {
+    const size_t mark = std::min(number.find_first_of("eE"), number.size());
+    const double zero = number[0] == '-' ? -0.0 : 0.0;
+    double value = 0;
+    if (number.substr(0, mark).find_first_of("123456789") == number.npos) return zero;
+    std::string plain(number.substr(0, isCharacter(number.back(), Digit) ? number.size() : mark));
+    if (plain.compare(std::min(mark + 1, plain.size()), 2, "+-") == 0) plain.erase(mark + 1, 1);
+    if (parse(plain, value)) return value;
+    return isLarge(plain) ? std::copysign(infinity, zero) : zero;
 }
 
 // The degrees whose radians are nearest to the given ones. Two operations round on the way back, so that they may stand
@@ -113,13 +117,8 @@ const char* endOfNumber(const char* text) {
 }
 
 double numberOf(std::string_view number) {
-    const bool isNegative = number[0] == '-';
-    const size_t mark = number.find_first_of("eE");
-    const size_t digits = number.substr(0, mark).find_first_of("0123456789");
-    if (digits == number.npos) return isNegative ? -0.0 : 0.0;  // "." alone
-    const bool isOdd =
-        mark != number.npos && (!isCharacter(number.back(), Digit) || number.find("+-", mark) != number.npos);
-    return isOdd ? parseOddExponent(number, mark) : parse(number);
+    double value = 0;
+    return parse(number, value) ? value : parseOdd(number);
 }
 
 bool isNumberWord(std::string_view word) {

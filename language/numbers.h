@@ -11,7 +11,7 @@ namespace Zant {
 ///
 /// A number is an optional "-", digits with or without a ".", and an optional exponent: "e", an optional "+", an
 /// optional "-", digits. As in the client's own parser, either side of the "." and the digits of the exponent may be
-/// missing. Nothing here allocates, but for a number with an odd exponent ("1e+-3").
+/// missing. Nothing here allocates, but for reading one of these and what no double holds.
 ///
 /// Threads: any.
 

@@ -156,10 +156,13 @@ bool TextParser::readNumber(double& number) {
 }
 
 bool TextParser::readAngle(double& radians) {
+    const char* const angle = here;
     double degrees = 0;
     if (!readNumber(degrees)) return fail(complaint ? complaint : "expected an angle in degrees");
     radians = radiansOf(degrees);
-    return std::isfinite(radians) || fail("the angle is too large");
+    if (std::isfinite(radians)) return true;
+    here = angle;
+    return fail("the angle is too large");
 }
 
 bool TextParser::readCheckedNumber(ArgumentKind kind) {
@@ -248,8 +251,10 @@ bool TextParser::readRows(ZantAxesCore& axes) {
         skipSpace();
     } while (take(','));
     if (!take(')')) return fail("expected ',' or ')'");
-    for (int k = 0; axes.rows == 2 && k < 3; ++k)
+    for (int k = 0; axes.rows == 2 && k < 3; ++k) {
         axes.m[k] = radiansOf(axes.m[k]);
+        if (!std::isfinite(axes.m[k])) return fail("the angle is too large");
+    }
     return true;
 }
 

@@ -157,6 +157,11 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
         {"vector v,(1,2,3,4,5);",
          "f:1:19: argument 2 of 'vector': too many numbers in parentheses; the nearest form is 'vector N V'"},
         {"axes a,<1,2>;", "f:1:12: argument 2 of 'axes': expected three angles; the nearest form is 'axes N A'"},
+        {"axes a,<0,1e308,0>;", "f:1:11: argument 2 of 'axes': the angle is too large; the nearest form is 'axes N A'"},
+        {"axes a,axes((0,0,1e308),(1,1,1));",
+         "f:1:33: argument 2 of 'axes': the angle is too large; the nearest form is 'axes N A'"},
+        {"double d,1e999;",
+         "f:1:10: argument 2 of 'double': the number is too large; the nearest form is 'double N d'"},
         {"coordSys c,(1,2,3);",
          "f:1:19: argument 2 of 'coordSys': expected '@' and axes behind the position; the nearest form is 'coordSys N "
          "C'"},

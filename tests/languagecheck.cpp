@@ -49,9 +49,11 @@ public:
 // What text cannot hold has changed once it was written; then it stays.
 bool isKept(const Command& original, const Command& read, size_t changed) {
     if (changed == 0) return sameCommand(original, read);
-    TextWriter writer, again;
-    const std::string text = writer.write(original);
-    return original.form == read.form && text == again.write(read) && again.changedNumbers() == 0;
+    TextWriter writer;
+    const std::string text = writer.write(read);
+    Command again;
+    return original.form == read.form && writer.changedNumbers() == 0 &&
+           TextReader(std::string_view(text)).next(again) == ReadResult::Command && sameCommand(read, again);
 }
 
 std::string readOneText(const char* text, const Command& original, size_t changed) {
