@@ -1,6 +1,7 @@
 #ifndef ZANT_LOOPBACK_APPENDEDFILE_H
 #define ZANT_LOOPBACK_APPENDEDFILE_H
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 #include <string>
@@ -30,7 +31,7 @@ private:
 
     std::mutex mutex_;
     std::string name_;
-    std::FILE* file_ = nullptr;
+    std::atomic<std::FILE*> file_{nullptr};  // isOpen() asks without the lock
 };
 
 }  // namespace Zant::Loopback
