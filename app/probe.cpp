@@ -1,28 +1,44 @@
 // zant probe: explains, step by step, why an engine loads or does not.
 
+#include "app/probe.h"
+
 #include <dlfcn.h>
 #include <fmt/core.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstring>
-#include <stdexcept>
+#include <algorithm>
 
-#include "app/probe.h"
+#include "app/libraryfile.h"
+#include "app/missingslots.h"
 #include "app/program.h"
 #include "client/engine/library.h"
 
 namespace Zant::App {
 namespace {
 
+constexpr size_t keptOutput = 1 << 20;  // of what an engine prints; more is shown and not kept
+
 std::string line(const char* step, const std::string& finding) {
     return fmt::format("{:<12} {}\n", step, finding);
 }
+
+// ---- inside of the child --------------------------------------------------------------------------------------------
+
+// What the child found out, as its exit code.
+enum Answer { Loads = 0, DoesNotLoad = 1, LoadsWithGaps = 2 };
+
+bool gapsFound = false;
+void (*entryPoint)(Library*) = nullptr;
 
 /// Flushed at once: the next step may end the process.
 void say(const char* step, const std::string& finding) {
     fmt::print("{}", line(step, finding));
     std::fflush(stdout);
+}
+
+void sayGap(const char* step, const std::string& what, const std::string& who) {
+    say(step, what + ": " + who);
+    gapsFound = true;
 }
 
 void probeDirectory(const std::string& directory) {
@@ -31,8 +47,18 @@ void probeDirectory(const std::string& directory) {
     say("", fmt::format("has no final separator, and none is inserted: did you mean {}/ ?", directory));
 }
 
+/// Whether the file can be opened at all, by its header and its size. Names without a directory are searched for.
+bool probeHeader(const std::string& name) {
+    const LibraryFile file = name.find('/') == std::string::npos ? LibraryFile{} : lookAtLibraryFile(name);
+    if (!file.remark.empty()) sayGap("file", name, file.remark);
+    if (!file.fault.empty()) say("file", name + ": " + file.fault);
+    return file.fault.empty();
+}
+
 /// Opens one name with immediate binding, so that a missing symbol is found here and not at its first call.
 void* tryName(const std::string& name) {
+    if (!probeHeader(name)) return nullptr;
+    tellParent("its file was opened");
     void* handle = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle) {
         say("file", name + ": opened, every symbol is there");
@@ -48,35 +74,59 @@ void* tryName(const std::string& name) {
 }
 
 bool probeEntryPoint(void* handle) {
-    const bool found = dlsym(handle, "zant3_init") != nullptr;
-    say("entry point", found ? "zant3_init found" : "zant3_init is missing: this is not an engine");
-    return found;
+    entryPoint = reinterpret_cast<void (*)(Library*)>(dlsym(handle, "zant3_init"));
+    say("entry point", entryPoint ? "zant3_init found" : "zant3_init is missing: this is not an engine");
+    return entryPoint != nullptr;
 }
 
-bool probeTables(const Library& library) {
-    const Vtables& tables = library.vtables;
-    const bool complete = tables.library && tables.mt && tables.bitmap && tables.raytrace && tables.parser;
-    say("tables", complete ? "all five are there" : "not all five are there");
-    return complete;
+/// Runs the engine's entry point, and tells what is missing before the client calls it.
+void initAndLook(Library* library) {
+    tellParent("its entry point ran");
+    entryPoint(library);
+    tellParent("its API version was asked for");
+    if (!library->vtables.library) return;  // the refusal says it
+    const std::vector<MissingSlot> missing = findMissingSlots(library->vtables);
+    for (const MissingSlot& slot : missing)
+        sayGap("tables", slot.what, slot.who);
+    if (missing.empty()) say("tables", "all five are there, and every slot that is called");
 }
 
-bool probeInstance(Library& library) {
-    Instance* instance = library.createInstance();
-    say("instance", instance ? "created and released" : "the engine refuses to create one");
-    library.releaseInstance(instance);
-    return instance != nullptr;
-}
-
-/// Loads as a host does. The library object dies here, inside the child.
-bool probeLoading(const std::string& directory) {
-    Library library(nullptr);
-    if (!library.loadExplicitly(directory.c_str())) {
+bool probeVersion(Library& library) {
+    if (!library.initLib(initAndLook)) {
         say("version", library.getLoadError());
         return false;
     }
-    say("version", fmt::format("library API version {}", library.getLibApiVersion()));
-    const bool usable = probeTables(library) && probeInstance(library);
+    const int version = library.getLibApiVersion();
+    say("version", fmt::format("library API version {}", version));
+    if (version < 0) sayGap("", "a negative version", "hosts that ask for a least version will refuse it");
+    return true;
+}
+
+bool probeInstance(Library& library) {
+    const LibraryFunctionsVtable& table = *library.vtables.library;
+    if (!table.createInstance || !table.destroyInstance) return true;  // said already
+    tellParent("an instance was created");
+    Instance* instance = library.createInstance();
+    tellParent("its instance was released");
+    library.releaseInstance(instance);
+    say("instance", instance ? "created and released" : "the engine refuses to create one");
+    return instance != nullptr;
+}
+
+void probeUnloading(Library& library) {
+    if (!library.vtables.library->exit) return;  // said already
+    tellParent("it was unloaded");
     library.unloadExplicitly();
+}
+
+/// What loadExplicitly() does, each step by itself. The library object dies here, inside the child.
+bool probeLoading(void* handle) {
+    Library library(nullptr);
+    library.flags &= ~AUTO_UNLOAD;
+    library.moduleHandle = handle;
+    if (!probeVersion(library)) return false;
+    const bool usable = probeInstance(library);
+    probeUnloading(library);
     return usable;
 }
 
@@ -84,58 +134,59 @@ int probeInChild(const std::string& directory) {
     probeDirectory(directory);
     void* handle = tryName(directory + "zant3" ZANT_ENGINE_SUFFIX);
     if (!handle) handle = tryName(directory + "zant3d" ZANT_ENGINE_SUFFIX);
-    if (!handle || !probeEntryPoint(handle)) return EngineNotLoaded;
-    dlclose(handle);
-    return probeLoading(directory) ? Fine : EngineNotLoaded;
+    if (!handle || !probeEntryPoint(handle) || !probeLoading(handle)) return DoesNotLoad;
+    return gapsFound ? LoadsWithGaps : Loads;
 }
 
-/// What the child writes, until it ends.
-std::string readAll(int pipeEnd) {
-    std::string text;
-    char piece[512];
-    for (ssize_t count; (count = read(pipeEnd, piece, sizeof piece)) > 0;)
-        text.append(piece, static_cast<size_t>(count));
-    close(pipeEnd);
-    return text;
+// ---- the parent's side ----------------------------------------------------------------------------------------------
+
+const char* resultOf(const ProbeFinding& finding) {
+    if (!finding.loads) return "the engine does not load";
+    return finding.complete ? "the engine loads" : "the engine loads, with the gaps that are named above";
 }
 
-[[noreturn]] void runChild(const std::string& directory, const int (&ends)[2]) {
-    dup2(ends[1], STDOUT_FILENO);
-    close(ends[0]);
-    close(ends[1]);
-    const int code = probeInChild(directory);
-    std::fflush(nullptr);
-    _exit(code);
+/// Empty when the child came to its end.
+std::string whatWentWrong(const ChildEnd& end) {
+    if (end.finished && end.inTime) return "";
+    const std::string where = end.lastWord.empty() ? "" : ", while " + end.lastWord;
+    const bool cutOff = WIFSIGNALED(end.status) && WTERMSIG(end.status) == SIGBUS;
+    return "the engine " + end.trouble() + where + (cutOff ? "; a library that it needs may be cut off" : "");
 }
 
 }  // namespace
 
-ProbeFinding probeEngine(const std::string& directory) {
-    int ends[2];
-    std::fflush(nullptr);
-    if (pipe(ends) != 0) throw std::runtime_error("cannot start the probing process");
-    const pid_t child = fork();
-    if (child < 0) throw std::runtime_error("cannot start the probing process");
-    if (child == 0) runChild(directory, ends);
-    close(ends[1]);
-    ProbeFinding finding{readAll(ends[0]), false};
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WIFSIGNALED(status))
-        finding.text += line("crash", fmt::format("the engine died: {}", strsignal(WTERMSIG(status))));
-    finding.loads = WIFEXITED(status) && WEXITSTATUS(status) == Fine;
-    finding.text += line("result", finding.loads ? "the engine loads" : "the engine does not load");
+ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limit, const TakeOutput& output) {
+    ProbeFinding finding{};
+    const auto take = [&](std::string_view piece) {
+        if (finding.text.size() < keptOutput) finding.text += piece;
+        if (output) output(piece);
+    };
+    const ChildEnd end = runInChild([&] { return probeInChild(directory); }, {limit}, take);
+    const std::string wrong = whatWentWrong(end);
+    if (!finding.text.empty() && finding.text.back() != '\n') take("\n");
+    if (!wrong.empty()) take(line(end.inTime ? "crash" : "time", wrong));
+    const int answer = wrong.empty() ? WEXITSTATUS(end.status) : DoesNotLoad;
+    finding.loads = answer != DoesNotLoad;
+    finding.complete = answer == Loads;
+    take(line("result", resultOf(finding)));
     return finding;
 }
 
 void addProbe(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("probe", "Say, step by step, why an engine loads or does not");
+    command->footer("Exit codes: 0 it loads, 1 it loads but lacks what a client calls, 3 it does not load.");
     auto directory = std::make_shared<std::string>();
+    auto limit = std::make_shared<int>(static_cast<int>(defaultProbeLimit.count()));
     command->add_option("DIR", *directory, "Directory of the engine file, with its final separator")->required();
-    command->callback([directory, &exitCode] {
-        const ProbeFinding finding = probeEngine(*directory);
-        fmt::print("{}", finding.text);
-        exitCode = finding.loads ? Fine : EngineNotLoaded;
+    command->add_option("--time-limit", *limit, "Seconds after which an engine that hangs is ended")
+        ->check(CLI::Range(1, 86400))
+        ->capture_default_str();
+    command->callback([directory, limit, &exitCode] {
+        const ProbeFinding finding = probeEngine(*directory, std::chrono::seconds(*limit), [](std::string_view piece) {
+            fmt::print("{}", piece);
+            std::fflush(stdout);
+        });
+        exitCode = finding.complete ? Fine : finding.loads ? InputHasErrors : EngineNotLoaded;
     });
 }
 

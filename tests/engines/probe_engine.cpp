@@ -1,7 +1,9 @@
 // The engine of the tests: a real module that records every call in order and answers from the test's script. Its
 // faults are chosen when it is built:
-//   ENGINE_VERSION=0       reports API version 0
+//   ENGINE_VERSION=0       reports API version 0, or another one
 //   ENGINE_NO_TABLE        leaves the library table null
+//   ENGINE_HALF_TABLES     leaves the bitmap, the ray and the parser table null
+//   ENGINE_NULL_SLOTS      leaves slots null that the client calls when it is asked to
 //   ENGINE_REFUSES         refuses every instance
 //   ENGINE_RAISES_EVENTS   raises events while an instance is created and destroyed
 #include <dlfcn.h>
@@ -261,8 +263,18 @@ extern "C" __attribute__((visibility("default"))) void zant3_init(Zant::Library*
 #ifndef ENGINE_NO_TABLE
     library->vtables.library = &libraryTable;
     library->vtables.mt = &mtTable;
+#ifndef ENGINE_HALF_TABLES
     library->vtables.bitmap = &bitmapTable;
     library->vtables.raytrace = &raytraceTable;
     library->vtables.parser = &parserTable;
+#endif
+#endif
+#ifdef ENGINE_NULL_SLOTS
+    static Zant::LibraryFunctionsVtable holedLibrary = libraryTable;
+    static Zant::ParserFunctionsVtable holedParser = parserTable;
+    holedLibrary.exit = nullptr;
+    holedParser.getValue = nullptr;
+    library->vtables.library = &holedLibrary;
+    library->vtables.parser = &holedParser;
 #endif
 }

@@ -1,0 +1,151 @@
+// zant probe, on engines with a fault each and on engine files that are damaged in every way.
+
+#include <elf.h>
+#include <gtest/gtest.h>
+#include <link.h>
+
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "runningprogram.h"
+#include "testkit/environment.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Zant::Tests::countOf;
+using Zant::Tests::Outcome;
+using Zant::Tests::RunningProgram;
+using Zant::Tests::runProgram;
+
+const std::string engines = ZANT_TEST_ENGINES;
+const std::string engineName = "zant3" ZANT_ENGINE_SUFFIX;
+
+TEST(Probe, NamesTheFaultOfEveryEngine) {
+    const struct {
+        const char* engine;
+        int code;
+        std::vector<const char*> shown;
+    } rows[] = {
+        {"probe", 0, {"all five are there", "result       the engine loads\n"}},
+        {"debug_only", 0, {"zant3d", "result       the engine loads\n"}},
+        {"no_entry", 3, {"zant3_init is missing"}},
+        {"null_table", 3, {"gave no library table"}},
+        {"version_0", 3, {"API version 0"}},
+        {"refuses", 3, {"refuses to create"}},
+        {"not_a_module", 3, {"text, not a library: \"not a module\""}},
+        {"negative_version", 1, {"version -3", "a negative version: hosts that ask for a least version"}},
+        {"half_tables",
+         1,
+         {"no bitmap table: Bitmap symbols will crash", "no raytrace table: ", "no parser table: the first command",
+          "created and released", "with the gaps"}},
+        {"null_slots",
+         1,
+         {"library table: slot 0, exit, is null: unloading",
+          "parser table: slot 4, getValue, is null: ", "created and released"}},
+        {"ends_process", 3, {"ended the process, with exit code 0, while its file was opened", "does not load"}},
+        {"hangs --time-limit 1", 3, {"did not come back within 1 s, while its file was opened", "does not load"}},
+    };
+    for (const auto& row : rows) {
+        const std::string engine = row.engine, directory = engine.substr(0, engine.find(' '));
+        const Outcome result = runProgram("probe " + engines + directory + "/" + engine.substr(directory.size()));
+        EXPECT_EQ(result.code, row.code) << row.engine << "\n" << result.output;
+        for (const char* shown : row.shown)
+            EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+    }
+}
+
+TEST(Probe, ShowsEachStepAsItComes) {
+    const auto start = std::chrono::steady_clock::now();
+    RunningProgram program("probe --time-limit 600 " + engines + "hangs/");
+    EXPECT_TRUE(program.waitFor("the engine says hello"));
+    // The end of the output comes when nobody holds it any more: the hanging child has gone with the program.
+    EXPECT_EQ(program.end(SIGTERM).code, -SIGTERM);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+// ---- files ----------------------------------------------------------------------------------------------------------
+
+using Header = ElfW(Ehdr);
+
+std::string contentOf(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class ProbeFile : public testing::Test {
+protected:
+    /// Probes an engine file with this content.
+    Outcome probe(const std::string& content) const {
+        std::ofstream(folder.name() + "/" + engineName, std::ios::binary) << content;
+        return runProgram("probe " + folder.name() + "/");
+    }
+
+    /// Probes the good engine with a changed header.
+    template <class Change>
+    Outcome probeWith(const Change& change) const {
+        Header header;
+        std::memcpy(&header, good.data(), sizeof header);
+        change(header);
+        std::string content = good;
+        std::memcpy(content.data(), &header, sizeof header);
+        return probe(content);
+    }
+
+    void expectFault(const Outcome& result, const std::string& fault) const {
+        EXPECT_EQ(result.code, 3) << fault;
+        EXPECT_NE(result.output.find(engineName + ": " + fault), std::string::npos) << fault << "\n" << result.output;
+    }
+
+    const Zant::Testkit::TemporaryFolder folder;
+    const std::string good = contentOf(engines + "probe/" + engineName);
+};
+
+TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
+    expectFault(probe(""), "an empty file");
+    expectFault(probe("oops"), "text, not a library: \"oops\"");
+    expectFault(probe("MZ\x90"), "a Windows DLL");
+    expectFault(probe("\xCF\xFA\xED\xFE\x0C"), "a Mach-O file");
+    expectFault(probe("!<arch>\nlib.o/"), "a static library");
+    expectFault(probe(std::string(5000, '\0')), "zero bytes");
+    expectFault(probe("\x01\x02\x03\x04\x05"), "not a library: no header that begins with 7f 45 4c 46, but with 01 02");
+    expectFault(probeWith([](Header& h) { h.e_machine = h.e_machine == EM_AARCH64 ? EM_X86_64 : EM_AARCH64; }),
+                "for another processor (");
+    expectFault(probeWith([](Header& h) { h.e_ident[EI_CLASS] ^= ELFCLASS32 ^ ELFCLASS64; }),
+                "for another processor (");
+    expectFault(probeWith([](Header& h) { h.e_type = ET_REL; }), "an object file");
+    expectFault(probeWith([](Header& h) { h.e_type = ET_EXEC; }), "a program");
+    fs::remove(folder.name() + "/" + engineName);
+    fs::create_directory(folder.name() + "/" + engineName);
+    expectFault(runProgram("probe " + folder.name() + "/"), "a directory");
+}
+
+TEST_F(ProbeFile, CutOffAnywhereIsNeverMapped) {
+    Header header;
+    std::memcpy(&header, good.data(), sizeof header);
+    EXPECT_EQ(good.size(), header.e_shoff + header.e_shnum * sizeof(ElfW(Shdr))) << "the last thing in the file";
+    const std::string whole = std::to_string(good.size());
+    size_t checked = 0, loaded = 0;
+    for (size_t size = 1; size < good.size(); size += 1 + good.size() / 60, ++checked) {
+        const Outcome result = probe(good.substr(0, size));
+        EXPECT_NE(result.output.find("cut off: " + std::to_string(size) + " bytes where its header asks for " +
+                                     (size < sizeof(Header) ? "64" : whole)),
+                  std::string::npos)
+            << result.output;
+        EXPECT_EQ(result.output.find("died"), std::string::npos) << result.output;
+        // What the loader does not need may be missing: then it loads, and the gap is named.
+        if (result.code != 3) ++loaded;
+        EXPECT_TRUE(result.code == 3 || result.code == 1) << result.code;
+    }
+    EXPECT_GE(checked, 50u);
+    EXPECT_GT(loaded, 0u);
+    EXPECT_LT(loaded, checked);
+    expectFault(probeWith([](Header& h) { h.e_phoff = UINT64_MAX - 7; }), "cut off: " + whole + " bytes");
+}
+
+}  // namespace
