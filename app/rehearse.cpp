@@ -3,65 +3,100 @@
 #include <dlfcn.h>
 #include <fmt/core.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <clocale>
-#include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
+#include <system_error>
 #include <thread>
 
+#include "app/childprocess.h"
+#include "app/libraryfile.h"
 #include "app/program.h"
 #include "app/session.h"
+#include "app/stopsignals.h"
+#include "testkit/environment.h"
 
 namespace Zant::App {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr unsigned patienceSeconds = 30;
-constexpr int cannotOpen = 100;
-constexpr int cannotStart = 101;
-constexpr int notPossibleHere = 102;
+/// A function that hosts call in the plug-in.
+struct Hook {
+    std::string name;
+    bool named = false;  ///< by the user, and so it must exist
+};
 
 struct Options {
     std::string plugin;
     std::string engine;
-    std::string start = "zantPluginStart";
-    std::string work = "zantPluginWork";
-    std::string stop = "zantPluginStop";
+    Hook start{"zantPluginStart"}, work{"zantPluginWork"}, stop{"zantPluginStop"};
+    int limit = 30;
+    fs::path folder;  ///< of this run alone
 };
 
-/// An open plug-in. Ends the process with a code of its own when it cannot be opened or started.
+// ---- inside of the child --------------------------------------------------------------------------------------------
+
+// The exit codes of a child.
+enum Answer { Ended = 0, CannotOpen = 100, CannotStart = 101, NotPossibleHere = 102, HookMissing = 103 };
+
+/// Thrown to end a rehearsal early.
+struct EndsEarly {
+    Answer answer;
+};
+
+/// An open plug-in.
 class Plugin {
 public:
-    Plugin(const Options& rehearsed, const fs::path& file, int scope = RTLD_LOCAL)
-        : options(rehearsed), handle(dlopen(file.c_str(), RTLD_NOW | scope)) {
+    Plugin(const Options& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options(rehearsed) {
+        tellParent("the plug-in was opened");
+        handle = dlopen(file.c_str(), RTLD_NOW | scope);
         if (handle) return;
         fmt::print(stderr, "{}\n", dlerror());
-        std::_Exit(cannotOpen);
+        throw EndsEarly{CannotOpen};
     }
 
+    bool has(const Hook& hook) const { return dlsym(handle, hook.name.c_str()) != nullptr; }
     void start() const {
-        auto* hook = reinterpret_cast<int (*)(const char*)>(dlsym(handle, options.start.c_str()));
-        if (hook && !hook(options.engine.c_str())) std::_Exit(cannotStart);
+        auto* function = find<int (*)(const char*)>(options.start);
+        if (function && !function(options.engine.c_str())) throw EndsEarly{CannotStart};
     }
     void work() const { call(options.work); }
     void stop() const { call(options.stop); }
-    void close() const { dlclose(handle); }
+    void close() const {
+        tellParent("the plug-in was closed");
+        dlclose(handle);
+        tellParent("the host went on after it had closed the plug-in");
+    }
 
 private:
-    void call(const std::string& name) const {
-        auto* hook = reinterpret_cast<void (*)()>(dlsym(handle, name.c_str()));
-        if (hook) hook();
+    template <class Function>
+    Function find(const Hook& hook) const {
+        tellParent(hook.name + " ran");
+        return reinterpret_cast<Function>(dlsym(handle, hook.name.c_str()));
+    }
+    void call(const Hook& hook) const {
+        if (auto* function = find<void (*)()>(hook)) function();
     }
 
     const Options& options;
     void* handle;
 };
+
+/// Says which of the hooks are there.
+void lookForHooks(const Options& options) {
+    const Plugin plugin(options, options.plugin);
+    bool any = false, missing = false;
+    for (const Hook* hook : {&options.start, &options.work, &options.stop}) {
+        const bool found = plugin.has(*hook);
+        fmt::print("hook {:<47} {}\n", hook->name, found ? "found" : hook->named ? "MISSING" : "not there");
+        any |= found;
+        missing |= !found && hook->named;
+    }
+    if (!any || missing) throw EndsEarly{HookMissing};
+}
 
 void live(const Plugin& plugin) {
     plugin.start();
@@ -98,12 +133,11 @@ void globalScope(const Options& options) {
 }
 
 /// Another plug-in with the same code: the platform would open the same file only once.
-void twoCopies(const Options& options) {
-    const fs::path other = fs::temp_directory_path() / fmt::format("zant_rehearsal_{}.so", getpid());
+void twoCopies(const Options& options, int scope) {
+    const fs::path other = options.folder / "copy.so";
     fs::copy_file(options.plugin, other, fs::copy_options::overwrite_existing);
-    const Plugin first(options, options.plugin);
-    const Plugin second(options, other);
-    fs::remove(other);
+    const Plugin first(options, options.plugin, scope);
+    const Plugin second(options, other, scope);
     first.start();
     second.start();
     first.work();
@@ -114,19 +148,25 @@ void twoCopies(const Options& options) {
     second.close();
 }
 
+void twoLocalCopies(const Options& options) {
+    twoCopies(options, RTLD_LOCAL);
+}
+
+void twoGlobalCopies(const Options& options) {
+    twoCopies(options, RTLD_GLOBAL);
+}
+
 void foreignDirectory(const Options& options) {
-    const fs::path directory = fs::temp_directory_path() / fs::u8path(fmt::format("zänt rehearsal {}", getpid()));
+    const fs::path directory = options.folder / fs::u8path("zänt rehearsal");
     fs::create_directory(directory);
     fs::current_path(directory);
     wholeLife(options);
-    fs::current_path("/");
-    fs::remove_all(directory);
 }
 
 void commaLocale(const Options& options) {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"})
         if (std::setlocale(LC_ALL, name)) return wholeLife(options);
-    std::_Exit(notPossibleHere);
+    throw EndsEarly{NotPossibleHere};
 }
 
 void otherThread(const Options& options) {
@@ -151,15 +191,19 @@ void closedWithoutStop(const Options& options) {
 struct Rehearsal {
     const char* name;
     void (*act)(const Options&);
+    const char* advice = nullptr;  ///< where trouble has a usual reason
 };
 
+constexpr Rehearsal hooks{"its hooks", lookForHooks};
 constexpr Rehearsal rehearsals[] = {
     {"open and close", openAndClose},
     {"start, work, stop, close", wholeLife},
     {"start and stop three times", threeLives},
     {"close and open again", reopened},
     {"global symbol scope", globalScope},
-    {"two copies, one unloaded while the other goes on", twoCopies},
+    {"two copies, one unloaded while the other goes on", twoLocalCopies},
+    {"the same in global symbol scope", twoGlobalCopies,
+     "two builds of a plug-in use each other's code where they export it: build it with -fvisibility=hidden"},
     {"foreign working directory with non-ASCII letters", foreignDirectory},
     {"comma locale", commaLocale},
     {"started and working on other threads", otherThread},
@@ -167,60 +211,92 @@ constexpr Rehearsal rehearsals[] = {
     {"closed without stop, then process exit", closedWithoutStop},
 };
 
-[[noreturn]] void runChild(const Rehearsal& rehearsal, const Options& options, const fs::path& watch) {
+int actOf(const Rehearsal& rehearsal, const Options& options, const fs::path& watch) {
     setenv("ZANT_LOOPBACK_WATCH", watch.c_str(), 1);
-    alarm(patienceSeconds);
-    rehearsal.act(options);
-    std::exit(Fine);  // with everything that a host's end runs
+    try {
+        rehearsal.act(options);
+    } catch (const EndsEarly& end) {
+        return end.answer;
+    }
+    return Ended;
 }
 
-std::string outcome(int status) {
-    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM)
-        return fmt::format("did not come back within {} s", patienceSeconds);
-    if (WIFSIGNALED(status)) return fmt::format("the process died: {}", strsignal(WTERMSIG(status)));
-    switch (WEXITSTATUS(status)) {
-        case Fine:
-            return "";
-        case cannotOpen:
-            return "the plug-in cannot be opened";
-        case cannotStart:
-            return "the plug-in's start hook answered 0";
-        default:
-            return fmt::format("exit code {}", WEXITSTATUS(status));
-    }
+// ---- the parent's side ----------------------------------------------------------------------------------------------
+
+/// Empty when all went well.
+std::string outcome(const ChildEnd& end) {
+    if (end.finished && end.inTime && WIFEXITED(end.status)) switch (WEXITSTATUS(end.status)) {
+            case CannotOpen:
+                return "the plug-in cannot be opened";
+            case CannotStart:
+                return "the plug-in's start hook answered 0";
+            case HookMissing:
+                return "not as named; --start, --work and --stop name other hooks";
+            default:
+                break;
+        }
+    const std::string trouble = end.trouble();
+    return trouble.empty() || end.lastWord.empty() ? trouble : trouble + ", while " + end.lastWord;
+}
+
+bool wasLeftOut(const ChildEnd& end) {
+    return end.finished && WIFEXITED(end.status) && WEXITSTATUS(end.status) == NotPossibleHere;
+}
+
+/// @return whether the engine saw nothing that the contract forbids.
+bool showWatch(const fs::path& watch) {
+    std::ifstream seen(watch);
+    bool fine = true;
+    for (std::string line; std::getline(seen, line); fine = false)
+        fmt::print("    the engine saw: {}\n", line);
+    return fine;
+}
+
+void relay(std::string_view text) {
+    fmt::print("{}", text);
+    std::fflush(stdout);
 }
 
 /// @return whether all went well.
-bool rehearse(const Rehearsal& rehearsal, const Options& options) {
-    const fs::path watch = fs::temp_directory_path() / fmt::format("zant_watch_{}.txt", getpid());
+bool rehearse(const Rehearsal& rehearsal, const Options& options, const StopSignals& signals) {
+    const fs::path watch = options.folder / "watch.txt";
     fs::remove(watch);
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child < 0) throw std::runtime_error("cannot start a process");
-    if (child == 0) runChild(rehearsal, options, watch);
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WIFEXITED(status) && WEXITSTATUS(status) == notPossibleHere) {
+    const ChildRules rules{std::chrono::seconds(options.limit), true, signals.flag()};
+    const ChildEnd end = runInChild([&] { return actOf(rehearsal, options, watch); }, rules, relay);
+    if (signals.received()) return false;
+    if (wasLeftOut(end)) {
         fmt::print("{:<52} left out: not possible on this machine\n", rehearsal.name);
         return true;
     }
-    const std::string wrong = outcome(status);
-    std::ifstream seen(watch);
-    bool fine = wrong.empty();
-    fmt::print("{:<52} {}\n", rehearsal.name, fine ? "ended" : wrong);
-    for (std::string line; std::getline(seen, line); fine = false)
-        fmt::print("    the engine saw: {}\n", line);
-    seen.close();
-    fs::remove(watch);
+    const std::string wrong = outcome(end);
+    fmt::print("{:<52} {}\n", rehearsal.name, wrong.empty() ? "ended" : wrong);
+    if (!wrong.empty() && rehearsal.advice) fmt::print("    {}\n", rehearsal.advice);
+    return showWatch(watch) && wrong.empty();
+}
+
+/// Whether the plug-in's file can be one, and has the hooks. Otherwise nothing would be rehearsed.
+bool isRehearsable(const Options& options, const StopSignals& signals) {
+    const std::string fault = lookAtLibraryFile(options.plugin).fault;
+    if (!fault.empty()) fmt::print("{}: {}\n", options.plugin, fault);
+    return fault.empty() && rehearse(hooks, options, signals);
+}
+
+bool rehearseIn(Options options, const StopSignals& signals) {
+    const Testkit::TemporaryFolder folder;
+    options.folder = folder.name();
+    bool fine = isRehearsable(options, signals);
+    if (!fine) return false;
+    for (const Rehearsal& rehearsal : rehearsals)
+        if (!signals.received()) fine &= rehearse(rehearsal, options, signals);
     return fine;
 }
 
 int rehearseAll(Options options) {
     options.plugin = fs::absolute(options.plugin).string();
     if (options.engine.empty()) options.engine = loopbackDirectory();
-    bool fine = true;
-    for (const Rehearsal& rehearsal : rehearsals)
-        fine &= rehearse(rehearsal, options);
+    StopSignals signals;
+    const bool fine = rehearseIn(options, signals);
+    signals.passOn();
     fmt::print("{}\n", fine ? "nothing found" : "see above");
     return fine ? Fine : InputHasErrors;
 }
@@ -229,14 +305,21 @@ int rehearseAll(Options options) {
 
 void addRehearse(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("rehearse", "Do to a plug-in what hosts do, and tell what went wrong");
+    command->footer("A hook that is named must exist; of the default ones, those are called that are there.");
     auto options = std::make_shared<Options>();
-    command->add_option("PLUGIN", options->plugin, "The plug-in's file")->required()->check(CLI::ExistingFile);
+    command->add_option("PLUGIN", options->plugin, "The plug-in's file")->required();
     command->add_option("--engine", options->engine, "Directory given to the start hook (default: loopback engine)");
-    command->add_option("--start", options->start, "int hook(const char* engineDirectory), 0 for failure")
+    const auto addHook = [&](const char* name, Hook& hook, const char* description) {
+        command->add_option(name, hook.name, description)->capture_default_str()->each([&hook](const std::string&) {
+            hook.named = true;
+        });
+    };
+    addHook("--start", options->start, "int hook(const char* engineDirectory), 0 for failure");
+    addHook("--work", options->work, "void hook(void), called between start and stop");
+    addHook("--stop", options->stop, "void hook(void)");
+    command->add_option("--time-limit", options->limit, "Seconds after which a rehearsal that hangs is ended")
+        ->check(CLI::Range(1, 86400))
         ->capture_default_str();
-    command->add_option("--work", options->work, "void hook(void), called between start and stop")
-        ->capture_default_str();
-    command->add_option("--stop", options->stop, "void hook(void)")->capture_default_str();
     command->callback([options, &exitCode] { exitCode = rehearseAll(*options); });
 }
 

@@ -1,6 +1,9 @@
 // A plug-in with a mistake, which the environment variable ZANT_TEST_MISTAKE chooses. The engine is called past the
 // client's own records, which may be gone: what happens then is up to the engine alone, the same every time.
 
+#include <unistd.h>
+
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <thread>
@@ -41,6 +44,13 @@ extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char
 }
 
 extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
+    if (makes("ends-process")) _exit(0);
+    while (makes("hangs")) {
+        std::puts("it hangs");
+        std::fflush(stdout);
+        alarm(0);
+        pause();
+    }
     if (!makes("two-threads")) return send();
     std::thread other(send);
     send();

@@ -1,0 +1,120 @@
+// zant rehearse, on good plug-ins and on plug-ins with a mistake each, and what it leaves behind: nothing.
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "runningprogram.h"
+#include "testkit/environment.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Zant::Testkit::ScopedVariable;
+using Zant::Testkit::TemporaryFolder;
+using Zant::Tests::countOf;
+using Zant::Tests::Outcome;
+using Zant::Tests::RunningProgram;
+using Zant::Tests::runProgram;
+
+const std::string plugins = ZANT_TEST_PLUGINS;
+
+/// Each test has a folder for temporary files of its own, which must be empty at its end.
+class Rehearsal : public testing::Test {
+protected:
+    ~Rehearsal() override { EXPECT_EQ(filesLeft(), 0); }
+
+    std::ptrdiff_t filesLeft() const { return std::distance(fs::directory_iterator(folder.name()), {}); }
+
+    static Outcome rehearse(const std::string& plugin) { return runProgram("rehearse " + plugins + plugin); }
+
+    const TemporaryFolder folder;
+    const ScopedVariable temporary{"TMPDIR", folder.name()};
+    const ScopedVariable locales{"LOCPATH", plugins + "locales"};
+};
+
+constexpr size_t allRehearsals = 13;  // the look at the hooks included
+
+TEST_F(Rehearsal, FindsNothingOnAGoodPlugin) {
+    for (const char* plugin : {"plugin_one.so", "plugin_two.so"}) {
+        const Outcome result = rehearse(plugin);
+        EXPECT_EQ(result.code, 0) << result.output;
+        EXPECT_NE(result.output.find("nothing found"), std::string::npos) << result.output;
+        EXPECT_EQ(countOf("  found\n", result.output), 3u) << result.output;
+        EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals)
+            << result.output;
+    }
+}
+
+TEST_F(Rehearsal, FindsPlantedMistakes) {
+    const struct {
+        const char* mistake;
+        const char* seen;
+        size_t times;  // at least: how often the rehearsals come by the mistake
+        const char* fault = "";
+    } rows[] = {
+        {"after-release", "the engine saw: parse: the parser context is no longer alive", 8},
+        {"after-unload", "the engine saw: parse: the parser context is no longer alive", 8},
+        {"static-destructor", "the engine saw: parse: the parser context is no longer alive", 9},
+        {"two-threads", "the engine saw: parse: another thread is inside the same parser context", 3,
+         "slow-command=60"},
+        {"ends-process", "ended the process, with exit code 0, while zantPluginWork ran", 11},
+        {"hangs", "did not come back within 1 s, while zantPluginWork ran", 11},
+    };
+    for (const auto& row : rows) {
+        const ScopedVariable mistake("ZANT_TEST_MISTAKE", row.mistake), fault("ZANT_LOOPBACK_FAULT", row.fault);
+        const Outcome result = rehearse("plugin_mistaken.so --time-limit " + std::string(*row.fault ? "30" : "1"));
+        EXPECT_EQ(result.code, 1) << row.mistake;
+        EXPECT_GE(countOf(row.seen, result.output), row.times) << row.mistake << "\n" << result.output;
+        EXPECT_NE(result.output.find("see above"), std::string::npos) << result.output;
+    }
+}
+
+TEST_F(Rehearsal, WantsTheHooksThatItIsTold) {
+    const struct {
+        std::string arguments;
+        int code;
+        std::vector<const char*> shown;
+    } rows[] = {
+        {"plugin_one.so --work zantPluginStop", 0, {"nothing found"}},
+        {"plugin_one.so --work zantPluginWorks", 1, {"zantPluginStart", " found\n", "zantPluginWorks", "MISSING"}},
+        {"../engines/probe/zant3" ZANT_ENGINE_SUFFIX, 1, {"zantPluginWork ", "not there", "not as named"}},
+        {"CTestTestfile.cmake", 1, {"text, not a library"}},
+        {"nothing.so", 1, {"No such file"}},
+    };
+    for (const auto& row : rows) {
+        const Outcome result = rehearse(row.arguments);
+        EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
+        for (const char* shown : row.shown)
+            EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+        EXPECT_EQ(countOf("open and close", result.output), row.code == 0 ? 1u : 0u) << result.output;
+    }
+}
+
+TEST_F(Rehearsal, FindsPluginsThatUseEachOthersCode) {
+    const Outcome result = rehearse("plugin_exporting.so");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(countOf("build it with -fvisibility=hidden", result.output), 1u) << result.output;
+    EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals - 1)
+        << result.output;
+}
+
+TEST_F(Rehearsal, TidiesUpWhenItIsStopped) {
+    const ScopedVariable mistake("ZANT_TEST_MISTAKE", "hangs");
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        RunningProgram program("rehearse --time-limit 600 " + plugins + "plugin_mistaken.so");
+        EXPECT_TRUE(program.waitFor("it hangs"));
+        ASSERT_EQ(filesLeft(), 1);
+        const fs::directory_entry own = *fs::directory_iterator(folder.name());
+        EXPECT_TRUE(own.is_directory() && !own.is_symlink());
+        EXPECT_EQ(own.status().permissions(), fs::perms::owner_all);
+        EXPECT_EQ(program.end(signal).code, -signal);
+        EXPECT_EQ(filesLeft(), 0);
+    }
+}
+
+}  // namespace
