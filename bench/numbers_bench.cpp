@@ -239,7 +239,6 @@ void runIntegers() {
 
 }  // namespace
 
-// Exit code 1 when a target was missed, which on a busy machine may be no fault of the code.
 int main() {
     const std::vector<Set> sets = makeSets();
     bool allMet = true;

@@ -1,17 +1,19 @@
 #ifndef ZANT_BENCH_RATIO_H
 #define ZANT_BENCH_RATIO_H
 
-#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "bench/statistics.h"
+
 /// A contest of several ways to do the same work, on a machine that may be busy: the contestants take turns in one
-/// process, each turn is timed, and the medians are compared as ratios to the best peer of the same run.
+/// process, each turn is timed, and each is compared with the best peer, turn by turn.
 ///
 ///     Contest contest("dot product", vectors.size());
 ///     contest.ours("Zant", [&] { ... }, 1.0);   // one turn works through all items; at most 1.0 times the best peer
@@ -19,6 +21,10 @@
 ///     allMet &= contest.run();
 ///
 /// A turn should take 50 microseconds or more. Hand its result to keep(), or the compiler removes the work.
+///
+/// The environment variable ZANT_BENCH_RESULTS names a file to which each contestant is appended as a line of fields
+/// with tabs between them: contest, contestant, "ours" or "peer", nanoseconds, lower and upper quartile, ratio, low and
+/// high end of its interval, target. What does not apply is 0.
 class Contest {
 public:
     using Turn = std::function<void()>;
@@ -33,8 +39,8 @@ public:
     void peer(std::string name, Turn turn) { add(std::move(name), std::move(turn), true, 0); }
 
     /// Runs all rounds and prints one line per contestant: median time, spread (the distance of the quartiles as a part
-    /// of the median: how noisy the machine was), ratio to the best peer, target.
-    /// @return whether every target was met
+    /// of the median: how noisy the machine was), ratio to the best peer with its interval, target.
+    /// @return whether every target was met, or missed by no more than noise
     bool run() {
         for (Contestant& contestant : contestants_)
             contestant.turn();
@@ -42,8 +48,6 @@ public:
             for (size_t i = 0; i < contestants_.size(); ++i)
                 time(contestants_[(round + i) % contestants_.size()]);
         }
-        for (Contestant& contestant : contestants_)
-            std::sort(contestant.times.begin(), contestant.times.end());
         return print();
     }
 
@@ -53,7 +57,9 @@ private:
         Turn turn;
         bool isPeer;
         double target;
-        std::vector<double> times;  // nanoseconds per item
+        std::vector<double> times;  // nanoseconds per item, one for each round
+
+        double median() const { return quantile(times, 0.5); }
     };
 
     void add(std::string name, Turn turn, bool isPeer, double target) {
@@ -68,39 +74,48 @@ private:
         contestant.times.push_back(elapsed.count() / static_cast<double>(items_));
     }
 
-    static double quantile(const Contestant& contestant, double part) {
-        return contestant.times[static_cast<size_t>(part * static_cast<double>(contestant.times.size() - 1))];
-    }
-
-    static double median(const Contestant& contestant) { return quantile(contestant, 0.5); }
-
-    double bestPeer() const {
-        double best = 0;
+    /// Null when there is no peer.
+    const Contestant* bestPeer() const {
+        const Contestant* best = nullptr;
         for (const Contestant& contestant : contestants_) {
-            if (contestant.isPeer && (best == 0 || median(contestant) < best)) best = median(contestant);
+            if (contestant.isPeer && (!best || contestant.median() < best->median())) best = &contestant;
         }
         return best;
     }
 
     bool print() const {
-        const double best = bestPeer();
+        const Contestant* const best = bestPeer();
         bool allMet = true;
-        std::printf("\n%-40s %10s %8s %8s %8s\n", title_.c_str(), "ns", "spread", "ratio", "target");
-        for (const Contestant& contestant : contestants_)
-            allMet &= printLine(contestant, best);
+        std::printf("\n%-40s %10s %8s %8s %15s %8s\n", title_.c_str(), "ns", "spread", "ratio", "95 % interval",
+                    "target");
+        for (const Contestant& contestant : contestants_) {
+            const Ratio ratio = best ? ratioOf(contestant.times, best->times) : Ratio{};
+            allMet &= printLine(contestant, ratio);
+            writeResult(contestant, ratio);
+        }
         std::fflush(stdout);
         return allMet;
     }
 
-    static bool printLine(const Contestant& contestant, double best) {
-        const double time = median(contestant);
-        const double spread = (quantile(contestant, 0.75) - quantile(contestant, 0.25)) / time;
+    static bool printLine(const Contestant& contestant, const Ratio& ratio) {
+        const double time = contestant.median();
+        const double spread = (quantile(contestant.times, 0.75) - quantile(contestant.times, 0.25)) / time;
+        const bool met = contestant.target == 0 || !ratio.misses(contestant.target);
         std::printf("  %-38s %10.1f %7.0f%%", contestant.name.c_str(), time, spread * 100);
-        const bool met = contestant.target == 0 || best == 0 || time <= contestant.target * best;
-        if (best != 0) std::printf(" %8.2f", time / best);
+        if (ratio.median != 0) std::printf(" %8.2f %6.2f to %5.2f", ratio.median, ratio.low, ratio.high);
         if (contestant.target != 0) std::printf(" %8.2f %s", contestant.target, met ? "met" : "MISSED");
         std::printf("\n");
         return met;
+    }
+
+    void writeResult(const Contestant& contestant, const Ratio& ratio) const {
+        const char* const name = std::getenv("ZANT_BENCH_RESULTS");
+        std::FILE* const file = name ? std::fopen(name, "a") : nullptr;
+        if (!file) return;
+        std::fprintf(file, "%s\t%s\t%s\t%g\t%g\t%g\t%g\t%g\t%g\t%g\n", title_.c_str(), contestant.name.c_str(),
+                     contestant.isPeer ? "peer" : "ours", contestant.median(), quantile(contestant.times, 0.25),
+                     quantile(contestant.times, 0.75), ratio.median, ratio.low, ratio.high, contestant.target);
+        std::fclose(file);
     }
 
     std::string title_;
