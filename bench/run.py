@@ -33,6 +33,8 @@ def main():
     arguments.add_argument("--report", type=pathlib.Path, help="folder of performance.md")
     arguments.add_argument("names", nargs="*")
     options = arguments.parse_args()
+    if options.report and options.names:
+        arguments.error("a report is of all programs")
     programs = [options.folder / f"{name}_bench" for name in options.names]
     programs = programs or sorted(options.folder.glob("*_bench"))
     if not programs or not all(program.exists() for program in programs):
