@@ -2,7 +2,7 @@
 import math
 from xml.sax.saxutils import escape
 
-LABEL, PLOT, FIGURES, ROW, HEAD, FOOT = 330, 330, 290, 24, 66, 30
+LABEL, PLOT, FIGURES, ROW, HEAD, FOOT = 380, 330, 300, 24, 66, 30
 WIDTH = LABEL + PLOT + FIGURES
 LIMIT = 30  # peers that take longer are drawn at the edge
 
@@ -37,6 +37,10 @@ def diamond(x, y, kind):
     return f'<path d="M{x:.1f} {y - 6:.1f}l6 6l-6 6l-6 -6z" class="{kind}"/>'
 
 
+def cross(x, y, kind):
+    return f'<path d="M{x - 3:.1f} {y - 3:.1f}l6 6m0 -6l-6 6" class="{kind}"/>'
+
+
 def nanoseconds(value):
     return f"{value:.3g} ns" if value < 1000 else f"{value / 1000:.3g} µs"
 
@@ -57,8 +61,8 @@ class Axis:
         return [step for step in steps if self.low < math.log(step) < self.high]
 
 
-def draw_row(axis, y, one, peers):
-    marks = []
+def draw_row(axis, y, one, peers, asides):
+    marks = [cross(axis.at(aside.ratio), y, "peer") for aside in asides]
     for peer in peers:
         beyond = peer.ratio > LIMIT
         marks.append(text(LABEL + PLOT - 8, y + 4, "›", "quiet") if beyond else disc(axis.at(peer.ratio), y, "peer"))
@@ -75,7 +79,7 @@ def draw_row(axis, y, one, peers):
 
 def legend(y):
     marks, x = [], 16
-    for draw, kind, words in ((disc, "ours", "ours, with the 95 % interval"), (disc, "peer", "peers (the best one is 1)"),
+    for draw, kind, words in ((disc, "ours", "ours, with the 95 % interval"), (disc, "peer", "peers (the best one is 1)"), (cross, "peer", "no peer, shown beside"),
                               (None, "target", "target"), (diamond, "missed", "target missed")):
         marks.append(draw(x, y, kind) if draw else line(x, y - 8, x, y + 8, kind))
         marks.append(text(x + 12, y + 4, words))
@@ -84,10 +88,10 @@ def legend(y):
 
 
 def chart(title, rows):
-    """The SVG of one program's comparisons: rows of one of ours with the peers of its contest."""
+    """The SVG of one program's comparisons: rows of one of ours, the peers of its contest and what stands aside."""
     bottom = HEAD + ROW * len(rows)
-    multiples = [value for one, peers in rows for value in
-                 [one.low, one.high, one.target or one.ratio, *(peer.ratio for peer in peers)]]
+    multiples = [value for one, peers, asides in rows for value in
+                 [one.low, one.high, one.target or one.ratio, *(other.ratio for other in peers + asides)]]
     axis = Axis(multiples)
     marks = [f'<rect x="0.5" y="0.5" width="{WIDTH - 1}" height="{bottom + FOOT - 1}" rx="6" class="card"/>']
     marks += legend(22)
@@ -98,8 +102,8 @@ def chart(title, rows):
     for tick in axis.ticks():
         marks.append(line(axis.at(tick), HEAD, axis.at(tick), bottom, "one" if tick == 1 else "grid"))
         marks.append(text(axis.at(tick), bottom + 18, f"{tick:g}", "quiet", "middle"))
-    for i, (one, peers) in enumerate(rows):
-        marks += draw_row(axis, HEAD + ROW * i + ROW / 2, one, peers)
+    for i, row in enumerate(rows):
+        marks += draw_row(axis, HEAD + ROW * i + ROW / 2, *row)
     return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{WIDTH}" height="{bottom + FOOT}" role="img" '
             f'viewBox="0 0 {WIDTH} {bottom + FOOT}">\n<title>{escape(title)}</title>\n<style>{STYLE}</style>\n'
             + "\n".join(marks) + "\n</svg>\n")

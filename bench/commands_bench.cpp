@@ -108,7 +108,7 @@ bool compare(const char* name, Instance* instance, const Values& values, double 
 
     Contest binary(std::string(name) + ", binary", values.size() * binaryRepeats);
     binary.ours("Zant, binary", repeated([&] { send(direct, symbol, values); }), binaryTarget);
-    binary.ours("(limit: copied by hand)", repeated([&] { peers::copyByHand(values); }));
+    binary.aside("limit: copied by hand", repeated([&] { peers::copyByHand(values); }));
 #ifdef ZANT_BENCH_PROTOBUF
     binary.peer("protobuf", repeated([&] { peers::protobuf(values); }));
 #endif

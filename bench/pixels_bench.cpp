@@ -79,7 +79,7 @@ bool copyBetween(int from, int to, int size, int repeats) {
         keep(*static_cast<char*>(target.bitmap.data));
     });
     // For the same format memcpy is what is asked for, whatever else there is.
-    from == to ? contest.ours("(OpenImageIO)", byOpenImageIO) : contest.peer("OpenImageIO", byOpenImageIO);
+    from == to ? contest.aside("OpenImageIO", byOpenImageIO) : contest.peer("OpenImageIO", byOpenImageIO);
 #endif
     return contest.run();
 }

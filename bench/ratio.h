@@ -23,8 +23,8 @@
 /// A turn should take 50 microseconds or more. Hand its result to keep(), or the compiler removes the work.
 ///
 /// The environment variable ZANT_BENCH_RESULTS names a file to which each contestant is appended as a line of fields
-/// with tabs between them: contest, contestant, "ours" or "peer", nanoseconds, lower and upper quartile, ratio, low and
-/// high end of its interval, target. What does not apply is 0.
+/// with tabs between them: contest, contestant, "ours", "peer" or "aside", nanoseconds, lower and upper quartile,
+/// ratio, low and high end of its interval, target. What does not apply is 0.
 class Contest {
 public:
     using Turn = std::function<void()>;
@@ -34,9 +34,12 @@ public:
         : title_(std::move(title)), items_(itemsPerTurn), rounds_(rounds) {}
 
     /// @param target the largest ratio to the best peer that is accepted, 0 for none
-    void ours(std::string name, Turn turn, double target = 0) { add(std::move(name), std::move(turn), false, target); }
+    void ours(std::string name, Turn turn, double target = 0) { add(std::move(name), std::move(turn), Ours, target); }
 
-    void peer(std::string name, Turn turn) { add(std::move(name), std::move(turn), true, 0); }
+    void peer(std::string name, Turn turn) { add(std::move(name), std::move(turn), Peer, 0); }
+
+    /// Shown beside the others, and no measure of ours: it does less, or is not what is asked for.
+    void aside(std::string name, Turn turn) { add(std::move(name), std::move(turn), Aside, 0); }
 
     /// Runs all rounds and prints one line per contestant: median time, spread (the distance of the quartiles as a part
     /// of the median: how noisy the machine was), ratio to the best peer with its interval, target.
@@ -52,18 +55,20 @@ public:
     }
 
 private:
+    enum Side { Ours, Peer, Aside };
+
     struct Contestant {
         std::string name;
         Turn turn;
-        bool isPeer;
+        Side side;
         double target;
         std::vector<double> times;  // nanoseconds per item, one for each round
 
         double median() const { return quantile(times, 0.5); }
     };
 
-    void add(std::string name, Turn turn, bool isPeer, double target) {
-        contestants_.push_back({std::move(name), std::move(turn), isPeer, target, {}});
+    void add(std::string name, Turn turn, Side side, double target) {
+        contestants_.push_back({std::move(name), std::move(turn), side, target, {}});
         contestants_.back().times.reserve(rounds_);
     }
 
@@ -78,7 +83,7 @@ private:
     const Contestant* bestPeer() const {
         const Contestant* best = nullptr;
         for (const Contestant& contestant : contestants_) {
-            if (contestant.isPeer && (!best || contestant.median() < best->median())) best = &contestant;
+            if (contestant.side == Peer && (!best || contestant.median() < best->median())) best = &contestant;
         }
         return best;
     }
@@ -109,11 +114,12 @@ private:
     }
 
     void writeResult(const Contestant& contestant, const Ratio& ratio) const {
+        static constexpr const char* sides[] = {"ours", "peer", "aside"};
         const char* const name = std::getenv("ZANT_BENCH_RESULTS");
         std::FILE* const file = name ? std::fopen(name, "a") : nullptr;
         if (!file) return;
         std::fprintf(file, "%s\t%s\t%s\t%g\t%g\t%g\t%g\t%g\t%g\t%g\n", title_.c_str(), contestant.name.c_str(),
-                     contestant.isPeer ? "peer" : "ours", contestant.median(), quantile(contestant.times, 0.25),
+                     sides[contestant.side], contestant.median(), quantile(contestant.times, 0.25),
                      quantile(contestant.times, 0.75), ratio.median, ratio.low, ratio.high, contestant.target);
         std::fclose(file);
     }

@@ -22,8 +22,7 @@ class Result:
     """One line of a results file, as bench/ratio.h describes it."""
 
     def __init__(self, fields):
-        self.contest, self.name, side = fields[:3]
-        self.ours = side == "ours"
+        self.contest, self.name, self.side = fields[:3]
         self.ns, self.quartile1, self.quartile3, self.ratio, self.low, self.high, self.target = map(float, fields[3:])
         self.missed = self.target != 0 and self.low > self.target
         self.label = self.contest
@@ -38,20 +37,20 @@ def read_results(path):
 
 
 def contests(results):
-    """Of each contest ours and the peers, in the order of the program."""
+    """Of each contest ours, the peers and what stands aside, in the order of the program."""
     grouped = {}
     for result in results:
-        grouped.setdefault(result.contest, ([], []))[0 if result.ours else 1].append(result)
+        grouped.setdefault(result.contest, {"ours": [], "peer": [], "aside": []})[result.side].append(result)
     return grouped
 
 
 def chart_rows(results):
     rows = []
-    for contest, (ours, peers) in contests(results).items():
-        for one in ours if peers else []:
-            if len(ours) > 1:
+    for contest, sides in contests(results).items():
+        for one in sides["ours"] if sides["peer"] else []:
+            if len(sides["ours"]) > 1:
                 one.label = f"{contest}: {one.name}"
-            rows.append((one, peers))
+            rows.append((one, sides["peer"], sides["aside"]))
     return rows
 
 
@@ -73,15 +72,19 @@ def machine(cache):
             f"{kind} (`{flags}`)")
 
 
+def figure(value):
+    return f"{value:.3g}" if value < 1000 else f"{value:.0f}"
+
+
 def table(results):
     rows = ["| | | ns | quartiles | ratio | 95 % interval | target |", "|---|---|---:|---:|---:|---:|---:|"]
     last = None
     for result in results:
         interval = f"{result.low:.2f} to {result.high:.2f}" if result.ratio else ""
         target = f"{result.target:g}{' **missed**' if result.missed else ''}" if result.target else ""
-        name = f"**{result.name}**" if result.ours else result.name
-        rows.append(f"| {result.contest if result.contest != last else ''} | {name} | {result.ns:.3g} | "
-                    f"{result.quartile1:.3g} to {result.quartile3:.3g} | {result.ratio:.2f} | {interval} | {target} |")
+        name = f"**{result.name}**" if result.side == "ours" else result.name
+        rows.append(f"| {result.contest if result.contest != last else ''} | {name} | {figure(result.ns)} | "
+                    f"{figure(result.quartile1)} to {figure(result.quartile3)} | {result.ratio:.2f} | {interval} | {target} |")
         last = result.contest
     return rows
 
@@ -103,8 +106,8 @@ def section(name, results, speeds, folder):
         picture = folder / "performance" / f"{name}.svg"
         picture.parent.mkdir(parents=True, exist_ok=True)
         picture.write_text(chart(SUBJECTS.get(name, name), rows))
-        missed = sum(one.missed for one, _ in rows)
-        targets = sum(one.target != 0 for one, _ in rows)
+        missed = sum(one.missed for one, _, _ in rows)
+        targets = sum(one.target != 0 for one, _, _ in rows)
         lines += [f"![{SUBJECTS.get(name, name)}: {len(rows)} comparisons](performance/{name}.svg)", "",
                   f"{len(rows)} comparisons, {targets} with a target, {missed} missed.", "",
                   "<details><summary>Every figure</summary>", "", *table(results), "", "</details>", ""]
@@ -119,6 +122,8 @@ def write_report(folder, measured, cache, load):
              "turn by turn, so 0.5 is twice as fast; below 1 is good. A target counts as missed when the whole interval",
              "lies above it.", "",
              f"Machine: {machine(cache)}.", "",
+             "Times are for one item: a number, a command, a pixel. Compared as it is asked for: a copy within one pixel format",
+             "has memcpy as its peer, whatever else there is.", "",
              f"Load before it began: {load:.1f} (0 would be an idle machine; other work makes the intervals wider).", ""]
     for name, results, speeds in measured:
         lines += section(name, read_results(results), throughput(speeds), folder)

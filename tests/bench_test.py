@@ -14,6 +14,7 @@ LINES = [  # contest, contestant, side, ns, quartiles, ratio, low, high, target
     "noisy\tours\tours\t110\t90\t200\t1.1\t0.9\t1.4\t1",
     "noisy\tpeer\tpeer\t100\t90\t110\t1\t1\t1\t0",
     "noisy\tfar peer\tpeer\t9000\t90\t110\t90\t80\t99\t0",
+    "noisy\tno peer\taside\t50\t40\t60\t0.5\t0.4\t0.6\t0",
     "alone\tours\tours\t7\t6\t8\t0\t0\t0\t0",
 ]
 
