@@ -2,7 +2,7 @@
 import math
 from xml.sax.saxutils import escape
 
-LABEL, PLOT, FIGURES, ROW, HEAD, FOOT = 380, 330, 300, 24, 66, 30
+LABEL, PLOT, FIGURES, ROW, HEAD, FOOT = 400, 330, 320, 24, 66, 30
 WIDTH = LABEL + PLOT + FIGURES
 LIMIT = 30  # peers that take longer are drawn at the edge
 
