@@ -182,14 +182,14 @@ std::string cutOff(uint64_t size, uint64_t wanted) {
 }
 
 LibraryFile lookAtLibrary(const std::string& name, uint64_t size, const std::string& start) {
-    if (size < sizeof(Header)) return {cutOff(size, sizeof(Header)), ""};
-    if (const std::string foreign = describeMachine(start); !foreign.empty()) return {foreign, ""};
+    if (size < sizeof(Header)) return {cutOff(size, sizeof(Header))};
+    if (const std::string foreign = describeMachine(start); !foreign.empty()) return {foreign};
     Header header;
     std::memcpy(&header, start.data(), sizeof header);
-    if (const std::string type = describeType(header.e_type); !type.empty()) return {type, ""};
+    if (const std::string type = describeType(header.e_type); !type.empty()) return {type};
     const uint64_t loaded = endOfSegments(name, header), whole = std::max(loaded, endOfSections(name, header));
-    if (size < loaded) return {cutOff(size, whole), ""};
-    return {"", size < whole ? cutOff(size, whole) + ", though what is missing is not needed to load it" : ""};
+    if (size < loaded) return {cutOff(size, whole), true};
+    return {"", false, size < whole ? cutOff(size, whole) + ", though what is missing is not needed to load it" : ""};
 }
 
 std::string describeSpecial(const struct stat& status) {
@@ -202,11 +202,11 @@ std::string describeSpecial(const struct stat& status) {
 LibraryFile lookAtLibraryFile(const std::string& name) {
     struct stat status {};
     if (stat(name.c_str(), &status) != 0) return {};
-    if (const std::string special = describeSpecial(status); !special.empty()) return {special, ""};
+    if (const std::string special = describeSpecial(status); !special.empty()) return {special};
     const std::string start = bytesOf(name, 0, 512);
     if (start.empty()) return {};  // unreadable
     const std::string_view magic = std::string_view(ELFMAG).substr(0, std::min<size_t>(start.size(), SELFMAG));
-    if (!startsWith(start, magic)) return {describeForeign(start), ""};
+    if (!startsWith(start, magic)) return {describeForeign(start)};
     return lookAtLibrary(name, static_cast<uint64_t>(status.st_size), start);
 }
 

@@ -28,6 +28,7 @@ std::string line(const char* step, const std::string& finding) {
 enum Answer { Loads = 0, DoesNotLoad = 1, LoadsWithGaps = 2 };
 
 bool gapsFound = false;
+bool hostEnds = false;  // loading goes no further: there is no second name to be tried
 void (*entryPoint)(Library*) = nullptr;
 
 /// Flushed at once: the next step may end the process.
@@ -52,6 +53,8 @@ bool probeHeader(const std::string& name) {
     const LibraryFile file = name.find('/') == std::string::npos ? LibraryFile{} : lookAtLibraryFile(name);
     if (!file.remark.empty()) sayGap("file", name, file.remark);
     if (!file.fault.empty()) say("file", name + ": " + file.fault);
+    if (file.endsHost) say("", "the platform's loader maps it all the same: a host that loads it ends with SIGBUS");
+    hostEnds |= file.endsHost;
     return file.fault.empty();
 }
 
@@ -133,7 +136,7 @@ bool probeLoading(void* handle) {
 int probeInChild(const std::string& directory) {
     probeDirectory(directory);
     void* handle = tryName(directory + "zant3" ZANT_ENGINE_SUFFIX);
-    if (!handle) handle = tryName(directory + "zant3d" ZANT_ENGINE_SUFFIX);
+    if (!handle && !hostEnds) handle = tryName(directory + "zant3d" ZANT_ENGINE_SUFFIX);
     if (!handle || !probeEntryPoint(handle) || !probeLoading(handle)) return DoesNotLoad;
     return gapsFound ? LoadsWithGaps : Loads;
 }
