@@ -37,6 +37,10 @@ target_include_directories(zantclient PUBLIC
     $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
 target_link_libraries(zantclient PRIVATE $<BUILD_INTERFACE:zant_settings> PUBLIC ${CMAKE_DL_LIBS})
+# A plug-in that is built without optimisation exports the inline functions of our headers. Its own calls stay inside it:
+# two plug-ins in one host would otherwise share them, and crash when the first one leaves.
+target_link_options(zantclient INTERFACE
+    "$<$<IN_LIST:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY;SHARED_LIBRARY>:LINKER:-Bsymbolic-functions>")
 
 # The shared library: the sixteen exported C functions and nothing else.
 add_library(zant SHARED)
