@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "client/engine/instance.h"
 #include "client/symbols/symbol.h"
-#include "own/lentblock.h"
 
 namespace Zant {
 
@@ -49,17 +49,29 @@ CommandBinaryBuffer::CommandBinaryBuffer(Instance* owner) : CommandBuffer(owner)
 CommandBinaryBuffer::~CommandBinaryBuffer() = default;
 
 void CommandBinaryBuffer::grow(size_t words) {
-    // No block: this is the first one, or a command while the parser has the block.
+    if (isBeingParsed()) return growBesideParser(words);
     const size_t used = block.buffer ? static_cast<size_t>(position - block.buffer) : wordSize;
     block.dataSize = block.buffer ? used : 0;
     block.fit(used + words * wordSize);
     continueAt(used);
 }
 
+/// A command of an event: the block that is being parsed is left to parse(), which ends it.
+void CommandBinaryBuffer::growBesideParser(size_t words) {
+    ResizableBuffer own;
+    own.fit(wordSize + words * wordSize);
+    block.buffer = std::exchange(own.buffer, nullptr);
+    block.bufferSize = own.bufferSize;
+    continueAt(wordSize);
+}
+
+inline bool CommandBinaryBuffer::isBeingParsed() const {
+    return block.buffer && lastPlace == block.buffer;
+}
+
 inline void CommandBinaryBuffer::continueAt(size_t used) {
-    block.dataSize = 0;  // `position` tells; there is nothing to keep in a block that is lent
     position = block.buffer + used;
-    lastPlace = block.buffer + (block.bufferSize > itemRoom ? block.bufferSize - itemRoom : 0);
+    lastPlace = block.buffer + (block.bufferSize > itemRoom ? block.bufferSize - itemRoom : 1);
 }
 
 inline char* CommandBinaryBuffer::take(size_t words) {
@@ -80,7 +92,7 @@ inline void CommandBinaryBuffer::begin() {
 }
 
 void CommandBinaryBuffer::discard() {
-    if (block.buffer) begin();
+    if (!isBeingParsed()) begin();
 }
 
 void CommandBinaryBuffer::parse() {
@@ -88,39 +100,47 @@ void CommandBinaryBuffer::parse() {
     put(take(1), endMarker);
     put(block.buffer, position - block.buffer);
     if (errorCode != 0 || !instance) return begin();
-    error(send());
-}
-
-int CommandBinaryBuffer::send() {
-    struct Next {
-        CommandBinaryBuffer& owner;
-        ~Next() { owner.begin(); }
-    };
-    char* const start = block.buffer;
-    const Next next{*this};
-    const LentBlock lent(block);
-    // No place is left for an item: the first one of another command finds that there is no block.
-    position = start + wordSize;
-    lastPlace = start;
-    return instance->parse(start, nullptr, ParseBinary);
-}
-
-// The short items start over when they had to grow: the way that needs no call then needs no stack either. They call
-// themselves by their full names, past what a host's subclass makes of them.
-
-void CommandBinaryBuffer::addEnum(int number, const char* word) {
-    if (lastPlace - position < symbolCommandRoom) {
-        grow(symbolCommandWords);
-        return CommandBinaryBuffer::addEnum(number, word);
+    // While the parser has the block, no place is left in it for an item.
+    char* const sent = block.buffer;
+    char* const place = std::exchange(lastPlace, sent);
+    position = sent + wordSize;
+    int result;
+    try {
+        result = instance->parse(sent, nullptr, ParseBinary);
+    } catch (...) {
+        beginAfter(sent);
+        throw;
     }
+    if (block.buffer != sent)
+        beginAfter(sent);
+    else
+        lastPlace = place;
+    error(result);
+}
+
+/// After a block that was parsed while another command got a block of its own, or that was left by an exception.
+void CommandBinaryBuffer::beginAfter(const char* sent) {
+    if (block.buffer != sent) delete[] sent;
+    begin();
+}
+
+// The short items start over when they had to grow, in a function apart: the way that needs no call then needs no stack
+// either. They call themselves by their full names, past what a host's subclass makes of them.
+
+template <class Item>
+void CommandBinaryBuffer::growAndRepeat(size_t words, Item item) {
+    grow(words);
+    item();
+}
+
+void CommandBinaryBuffer::addEnum(int number, const char*) {
+    if (lastPlace - position < symbolCommandRoom)
+        return growAndRepeat(symbolCommandWords, [=] { CommandBinaryBuffer::addEnum(number, nullptr); });
     put(take(1), int64_t{number});
 }
 
 void CommandBinaryBuffer::addDouble(double value) {
-    if (position > lastPlace) {
-        grow(itemWords);
-        return CommandBinaryBuffer::addDouble(value);
-    }
+    if (position > lastPlace) return growAndRepeat(itemWords, [=] { CommandBinaryBuffer::addDouble(value); });
     char* const out = take(2);
     put(out, int64_t{0});
     put(out + wordSize, value);
@@ -135,15 +155,20 @@ void CommandBinaryBuffer::addString(const char* string) {
 }
 
 void CommandBinaryBuffer::addVector(const Vector& vector) {
+    if (position > lastPlace)
+        return growAndRepeat(itemWords, [this, &vector] { CommandBinaryBuffer::addVector(vector); });
+    if (static_cast<unsigned int>(vector.count) > 4) return addCutVector(vector);
     // All components are copied, so that the copy has a fixed size; only those in use count.
-    if (position > lastPlace) {
-        grow(itemWords);
-        return CommandBinaryBuffer::addVector(vector);
-    }
-    const int count = std::min(vector.count, 4);
-    char* const out = take(1 + static_cast<size_t>(std::max(count, 0)));
-    put(out, int64_t{count});
+    char* const out = take(1 + static_cast<size_t>(vector.count));
+    put(out, int64_t{vector.count});
     std::memcpy(out + wordSize, vector.values, sizeof vector.values);
+}
+
+/// Counts above 4 are cut; negative ones have no components.
+void CommandBinaryBuffer::addCutVector(Vector vector) {
+    if (vector.count < 0) return put(take(1), int64_t{vector.count});
+    vector.count = 4;
+    CommandBinaryBuffer::addVector(vector);
 }
 
 void CommandBinaryBuffer::addAxesCore(const ZantAxesCore& axes) {
@@ -164,10 +189,8 @@ void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
     if (symbol.registered == 0) return CommandBinaryBuffer::addString(symbol.name);
-    if (position > lastPlace) {
-        grow(itemWords);
-        return CommandBinaryBuffer::addSymbol(symbol);
-    }
+    if (position > lastPlace)
+        return growAndRepeat(itemWords, [this, &symbol] { CommandBinaryBuffer::addSymbol(symbol); });
     char* const out = take(2);
     put(out, int64_t{0});
     put(out + wordSize, symbol.registered);

@@ -61,14 +61,19 @@ private:
     char* lastPlace = nullptr;  ///< up to here there is room for any item of a fixed size
 
     [[gnu::noinline, gnu::cold]] void grow(size_t words);  // inlined, it would cost every item a stack frame
+    template <class Item>
+    [[gnu::noinline, gnu::cold]] void growAndRepeat(size_t words, Item item);
+    [[gnu::noinline, gnu::cold]] void growBesideParser(size_t words);
+    [[gnu::noinline, gnu::cold]] void beginAfter(const char* sent);
+    bool isBeingParsed() const;
     void continueAt(size_t used);
     void begin();
-    int send();
     /// @return where the words start
     char* take(size_t words);
     char* takeGrowing(size_t words);
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
+    [[gnu::noinline, gnu::cold]] void addCutVector(Vector vector);
     void addAxesCore(const ZantAxesCore& axes);
 
     void addItem(const Double& item) { addDouble(item.value); }
