@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "app/declarations.h"
 #include "app/example.h"
 #include "app/kinds.h"
 #include "app/outputfile.h"
@@ -98,11 +99,20 @@ std::string pageFile(const std::filesystem::path& directory, const std::string& 
     return (directory / (id + ".md")).string();
 }
 
-/// The page of one command word.
+/// The functions of a form: one, and its twin with wide strings when there is one.
+std::vector<std::string> functionsOf(const Form& form) {
+    if (!form.wideFunction) return {form.function};
+    return {form.function, form.wideFunction};
+}
+
+/// The page of one command word. Each typed function has its anchor there, and its declaration when that is known.
 class CommandPage {
 public:
-    CommandPage(const std::filesystem::path& directory, int commandNumber)
-        : number(commandNumber), word(commandWord(number)), page(pageFile(directory, "command_" + word)) {}
+    CommandPage(const std::filesystem::path& directory, int commandNumber, const Declarations& functionDeclarations)
+        : number(commandNumber),
+          word(commandWord(number)),
+          page(pageFile(directory, "command_" + word)),
+          declarations(functionDeclarations) {}
 
     void write() {
         const std::vector<Section> sections = sectionsOf(number);
@@ -140,10 +150,21 @@ private:
         }
         page.print("| Form | Arguments | Function |\n|---|---|---|\n");
         for (const Form* form : section.forms) {
-            page.print("| `{}` | {} | {}(){} |\n", form->notation, argumentsOf(*form), form->function,
-                       form->wideFunction ? fmt::format(" {}()", form->wideFunction) : "");
+            page.print("| `{}` | {} |", form->notation, argumentsOf(*form));
+            for (const std::string& function : functionsOf(*form))
+                page.print(" @anchor {0} {0}()", function);
+            page.print(" |\n");
         }
+        if (!declarations.empty()) writeDeclarations(section);
         writeExample(mostTelling(section.forms));
+    }
+
+    void writeDeclarations(const Section& section) {
+        page.print("\n```{{.cpp}}\n");
+        for (const Form* form : section.forms)
+            for (const std::string& function : functionsOf(*form))
+                page.print("{}\n", declarations.of(function));
+        page.print("```\n");
     }
 
     void writeExample(const Form& form) {
@@ -158,6 +179,7 @@ private:
     int number;
     std::string word;
     OutputFile page;
+    const Declarations& declarations;
     Command command;
     TextWriter plain;
     TextWriter quick{TextWriter::Form::Quick};
@@ -182,8 +204,8 @@ void writeOverview(const std::filesystem::path& directory, const std::vector<std
     page.print("{} command words with {} forms, and {} typed functions for them. Each word has a page, ", words,
                allForms().size(), functions);
     page.print(
-        "each keyword behind it a section with its forms and an example. To find one, type the keyword or the "
-        "words that it is made of into the search: `imageSampler`, `image sampler`.\n\n");
+        "each keyword after it a section with its forms and an example. To find one, type any words of it into "
+        "the search, in any order: `imageSampler`, `sampler image`, `move camera`.\n\n");
     for (const std::string& group : groups)
         page.print("- @subpage group_{}\n", group);
     page.print(
@@ -199,14 +221,14 @@ void writeOverview(const std::filesystem::path& directory, const std::vector<std
     page.finish();
 }
 
-int writeReference(const std::filesystem::path& directory) {
+int writeReference(const std::filesystem::path& directory, const Declarations& declarations) {
     std::error_code failure;
     std::filesystem::create_directories(directory, failure);
     if (failure) throw OutputError(directory.string() + ": cannot be made: " + failure.message());
     const std::vector<int> commands = commandsInOrder();
     std::vector<std::string> groups;
     for (const int command : commands) {
-        CommandPage(directory, command).write();
+        CommandPage(directory, command, declarations).write();
         if (groups.empty() || groups.back() != groupOf(command)) groups.emplace_back(groupOf(command));
     }
     for (const std::string& group : groups) {
@@ -226,7 +248,11 @@ void addReference(CLI::App& program, int& exitCode) {
     auto* command = program.add_subcommand("reference", "Write the vocabulary as pages for Doxygen");
     auto directory = std::make_shared<std::string>();
     command->add_option("DIR", *directory, "Directory to write to, made when it is missing")->required();
-    command->callback([directory, &exitCode] { exitCode = writeReference(*directory); });
+    auto header = std::make_shared<std::string>();
+    command->add_option("--header", *header, "The header protos.h: its declarations stand on the pages as well");
+    command->callback([directory, header, &exitCode] {
+        exitCode = writeReference(*directory, header->empty() ? Declarations() : Declarations(*header));
+    });
 }
 
 }  // namespace Zant::App

@@ -3,7 +3,8 @@
 
 usage: reference_test.py PREFIX
 
-The examples are taken from the pages that the installed program writes for the reference. The C++ statements are built
+The examples are taken from the pages that the installed program writes for the reference. Every function of the
+installed header has to stand there once, as a place and as it is declared. The C++ statements are built
 as one program and run on the loopback engine through each encoding: the engine's transcript has to hold the plain text
 of the page. Quick text and binary words are converted to text and have to be the same.
 """
@@ -19,6 +20,7 @@ import tempfile
 from docs_test import PRELUDE, Project, engine_of, run
 
 COMMAND_WORDS = 98
+FUNCTIONS = 2165
 EXAMPLE = re.compile(r"```cpp\n(.*?)```\n\n.*?" + 3 * r"```\{\.unparsed\}\n(.*?)```\n\n", re.S)
 # The engine's transcript shows what these commands bring instead of the commands themselves.
 NESTED = {'include "room.zant";': 'echo "included";', 'parse "fg reset;","my plug-in";': "fg reset;"}
@@ -46,6 +48,25 @@ def read_pages(folder):
             sys.exit(f"{path.name}: {len(found)} examples in {text.count('| Form |')} sections")
         examples += found
     return examples
+
+
+def check_functions(folder, header):
+    """What the compiler declares and what the pages declare, each on the page of its command word, are the same."""
+    def squeezed(text):
+        return [re.sub(r"\s+", " ", found) for found in re.findall(r"^void \w+\([^;]*\);", text, re.M)]
+    declared, places, wanted = [], [], squeezed(header.read_text())
+    for path in sorted(folder.glob("command_*.md")):
+        text, word = path.read_text(), path.stem.removeprefix("command_")
+        found = re.findall(r"@anchor (\w+)", text)
+        strangers = [name for name in found if not re.match(word + r"\d+u?(_|$)", name)]
+        if strangers:
+            sys.exit(f"{path.name}: functions of other commands: {strangers}")
+        places += found
+        declared += squeezed("".join(re.findall(r"```\{\.cpp\}\n(.*?)```", text, re.S)))
+    names = [re.match(r"void (\w+)", text)[1] for text in wanted]
+    if len(wanted) != FUNCTIONS or sorted(declared) != sorted(wanted) or sorted(places) != sorted(names):
+        sys.exit(f"{len(wanted)} functions, {len(places)} places and {len(declared)} declarations on the pages: "
+                 f"{sorted(set(declared) ^ set(wanted))[:5]} {sorted(set(places) ^ set(names))[:5]}")
 
 
 def program_of(examples):
@@ -109,9 +130,11 @@ def main():
     prefix = pathlib.Path(sys.argv[1]).resolve()
     program = prefix / "bin" / "zant"
     folder = pathlib.Path(tempfile.mkdtemp())
-    written = run([program, "reference", folder / "pages"])
+    header = prefix / "include/zant/client/protos/protos.h"
+    written = run([program, "reference", "--header", header, folder / "pages"])
     if written.returncode:
         sys.exit(written.stdout)
+    check_functions(folder / "pages", header)
     examples = read_pages(folder / "pages")
     check_conversion(examples, "quick text", "\n".join(example.quick for example in examples).encode(), program, folder)
     check_conversion(examples, "the binary block", b"".join(block_of(example) for example in examples), program, folder)

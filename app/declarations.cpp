@@ -1,0 +1,45 @@
+#include "app/declarations.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
+#include "app/inputfile.h"
+
+namespace Zant::App {
+namespace {
+
+constexpr char start[] = "void ";
+
+/// "void fg2_gradients(void* protos, ..." -> "fg2_gradients"; empty for a line that begins no declaration.
+std::string declaredBy(const std::string& line) {
+    const size_t bracket = line.find('(');
+    if (line.rfind(start, 0) != 0 || bracket == std::string::npos) return {};
+    return line.substr(strlen(start), bracket - strlen(start));
+}
+
+}  // namespace
+
+Declarations::Declarations(const std::string& header) : file(header) {
+    std::ifstream input(header);
+    if (!input) throw InputError(header + ": " + std::strerror(errno));
+    std::string line, name, text;
+    while (std::getline(input, line)) {
+        if (name.empty()) name = declaredBy(line);
+        if (name.empty()) continue;
+        text += (text.empty() ? "" : "\n") + line;
+        if (line.back() != ';') continue;
+        byName.emplace(std::move(name), std::move(text));
+        name.clear();
+        text.clear();
+    }
+    if (byName.empty()) throw InputError(header + ": declares no typed function");
+}
+
+const std::string& Declarations::of(const std::string& function) const {
+    const auto place = byName.find(function);
+    if (place == byName.end()) throw InputError(file + ": does not declare " + function);
+    return place->second;
+}
+
+}  // namespace Zant::App
