@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
-"""Prints a file the way Doxygen wants to read it.
-
-usage: filter.py FILE
+"""Gives files the shape that Doxygen wants to read. lay_out.py applies it to what it copies.
 
 Pages: headings get the names that links use, links between pages go by these names, and blocks of code keep only the
 language that Doxygen can colour. Headers: a comment that stands alone speaks of the file, and in C headers every
@@ -9,7 +6,6 @@ comment is documentation.
 """
 import pathlib
 import re
-import sys
 
 C_HEADERS = ("zant_records.h", "zant_c.h")
 LANGUAGES = ("cpp", "python")
@@ -24,6 +20,10 @@ def anchor(page, title):
     return f"{page}_{words}"
 
 
+def example_page(name):
+    return "example_" + re.sub(r"\W", "_", name)
+
+
 def link(page, match):
     text, target, place = match.groups()
     if "://" in target or target.startswith("@ref"):
@@ -32,6 +32,10 @@ def link(page, match):
         name = page_name(pathlib.Path(target)) if target else page
         name = anchor(name, place[1:]) if place else name
         return f"@ref {name}" if text == target else f"[{text}](@ref {name})"
+    if target == "examples/":
+        return f"[{text}](@ref examples)"
+    if target.startswith(("examples/", "../examples/")) and not target.endswith("/"):
+        return f"[{text}](@ref {example_page(pathlib.Path(target).name)})"
     return text  # files of the project that are no page
 
 
@@ -66,14 +70,9 @@ def filter_header(path):
     return re.sub(r"((?:^///.*\n)+)(?=\n)", r"/// @file\n\1", text, flags=re.M).splitlines()
 
 
-def main():
-    path = pathlib.Path(sys.argv[1])
+def filter_file(path):
     if path.suffix == ".md":
-        lines = filter_page(path)
-    else:
-        lines = filter_c_header(path) if path.name in C_HEADERS else filter_header(path)
-    print("\n".join(lines))
-
-
-if __name__ == "__main__":
-    main()
+        return filter_page(path)
+    if path.suffix != ".h":
+        return path.read_text().splitlines()
+    return filter_c_header(path) if path.name in C_HEADERS else filter_header(path)
