@@ -109,6 +109,7 @@ TEST_F(ProgramFiles, EverySubcommandNoticesAFullDisk) {
         EXPECT_EQ(countOf("cannot be written", result.output), 1u) << line << "\n" << result.output;
     }
     EXPECT_EQ(shell("zant reference scene/below").code, 4);
+    EXPECT_EQ(shell("zant reference --header scene below").code, 1);
     EXPECT_EQ(shell("zant check scene >&-").code, 4);
 }
 
