@@ -9,7 +9,7 @@ import sys
 
 LARGEST = 500_000
 CODE = re.compile(r'<div class="line">.*?</div>|<code>[^<]*</code>')
-NAME = re.compile(r"(?<!\w)([a-zA-Z]+\d+u?(?:_\w+)?)(?![\w<])")
+NAME = re.compile(r"(?<!\w)([a-zA-Z]+\d+u?(?:_\w+)?)(?=\(|</code>)")  # parameters have such names too
 SCRIPTED = re.compile(r' onclick="[^"]*"')  # of Doxygen's scripts, which no page loads
 LOADED = re.compile(r'(?:src|href)="([^"#?]+\.(?:js|css))"')
 
