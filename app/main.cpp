@@ -6,6 +6,7 @@
 #include "app/outputfile.h"
 #include "app/program.h"
 #include "app/text.h"
+#include "own/version.h"
 
 namespace Zant::App {
 namespace {
@@ -39,8 +40,8 @@ int runProgram(int argc, char** argv) {
     program.require_subcommand(1);
     program.footer(exitCodes);
     int exitCode = Fine;
-    for (const auto add :
-         {addRun, addCheck, addConvert, addForms, addDecode, addProbe, addReport, addRehearse, addReference})
+    for (const auto add : {addRun, addCheck, addConvert, addForms, addDecode, addProbe, addReport, addRehearse,
+                           addReference})
         add(program, exitCode);
     for (CLI::App* command : program.get_subcommands([](CLI::App*) { return true; }))
         command->footer(exitCodes);

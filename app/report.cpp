@@ -13,6 +13,7 @@
 #include "app/session.h"
 #include "app/text.h"
 #include "language/writer.h"
+#include "own/version.h"
 
 namespace Zant::App {
 namespace {

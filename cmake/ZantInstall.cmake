@@ -1,29 +1,38 @@
-# Installed layout: headers under include/zant with their folders kept, the two libraries with a CMake package and a
-# pkg-config file each, the loopback engine and the program.
+# Installed layout: headers under include/zant with their folders kept, the libraries with a CMake package and a
+# pkg-config file each, the loopback engine and the program. The build tree has a CMake package as well.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS zant zantclient zanttestkit EXPORT ZantTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY own client testkit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
-    FILES_MATCHING PATTERN "*.h" PATTERN "generator" EXCLUDE PATTERN "catalogue" EXCLUDE)
-install(DIRECTORY ${PROJECT_BINARY_DIR}/generated/client DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zant
-    FILES_MATCHING PATTERN "*.h")
+set(targets zant zant_static zantclient)
+foreach(target zanttestkit zant_program)
+    if(TARGET ${target})
+        list(APPEND targets ${target})
+    endif()
+endforeach()
+install(TARGETS ${targets} EXPORT ZantTargets)
+if(TARGET loopback)
+    install(TARGETS loopback EXPORT ZantTargets LIBRARY DESTINATION ${ZANT_LOOPBACK_SUBDIR})
+endif()
+install(DIRECTORY ${ZANT_HOST_HEADERS}/zant DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARGET zant_description)
+    install(FILES ${ZANT_DESCRIPTION} DESTINATION ${CMAKE_INSTALL_DATADIR}/zant)
+endif()
 
-install(FILES ${ZANT_DESCRIPTION} DESTINATION ${CMAKE_INSTALL_DATADIR}/zant)
-
+# The same package for an installed copy and for the build tree.
 set(ZANT_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Zant)
-install(EXPORT ZantTargets NAMESPACE Zant:: DESTINATION ${ZANT_CMAKE_DIR})
-configure_package_config_file(cmake/ZantConfig.cmake.in ${PROJECT_BINARY_DIR}/ZantConfig.cmake
-    INSTALL_DESTINATION ${ZANT_CMAKE_DIR})
+set(package ${PROJECT_BINARY_DIR}/package)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZantConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/ZantConfig.cmake ${PROJECT_BINARY_DIR}/ZantConfigVersion.cmake
-    DESTINATION ${ZANT_CMAKE_DIR})
+configure_package_config_file(cmake/ZantConfig.cmake.in ${package}/ZantConfig.cmake
+    INSTALL_DESTINATION ${ZANT_CMAKE_DIR})
+install(EXPORT ZantTargets NAMESPACE Zant:: DESTINATION ${ZANT_CMAKE_DIR})
+install(FILES ${package}/ZantConfig.cmake ${PROJECT_BINARY_DIR}/ZantConfigVersion.cmake DESTINATION ${ZANT_CMAKE_DIR})
+configure_package_config_file(cmake/ZantConfig.cmake.in ${PROJECT_BINARY_DIR}/ZantConfig.cmake
+    INSTALL_DESTINATION . INSTALL_PREFIX ${PROJECT_BINARY_DIR})
+export(EXPORT ZantTargets NAMESPACE Zant:: FILE ${PROJECT_BINARY_DIR}/ZantTargets.cmake)
 
 # The .pc files find their prefix from where they lie, so that an installed tree can be moved.
 file(RELATIVE_PATH ZANT_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 string(REGEX REPLACE "/$" "" ZANT_PC_TO_PREFIX "${ZANT_PC_TO_PREFIX}")
-foreach(package zant zantclient)
+foreach(package zant zant_static zantclient)
     configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()

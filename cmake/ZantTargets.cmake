@@ -12,6 +12,9 @@ set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
 # contracted to fused operations or reordered, and a NaN stays one. These flags stand behind the host's.
 set(ZANT_EXACT_ARITHMETIC -fno-fast-math -fno-unsafe-math-optimizations -fno-finite-math-only -ffp-contract=off)
 
+# Sources of the tree include from its root.
+include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
+
 # Exact arithmetic, strict warnings and the language standard, for every target.
 add_library(zant_settings INTERFACE)
 target_compile_features(zant_settings INTERFACE cxx_std_17 c_std_99)
@@ -20,23 +23,35 @@ target_compile_options(zant_settings INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
     $<$<BOOL:${ZANT_WERROR}>:-Werror>)
 
+# The same for what hosts link, whose packages must not ask for zant_settings.
+function(zant_apply_settings target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    target_compile_options(${target} PRIVATE $<TARGET_PROPERTY:zant_settings,INTERFACE_COMPILE_OPTIONS>)
+    set_target_properties(${target} PROPERTIES
+        POSITION_INDEPENDENT_CODE ON
+        C_VISIBILITY_PRESET hidden
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# What a library's hosts see of the headers, <zant/client/zant.h> and "client/zant.h".
+function(zant_host_headers target)
+    target_include_directories(${target} INTERFACE
+        $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+        $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include/zant>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
+endfunction()
+
 # The classes and typed command functions; the folders add their sources.
 add_library(zantclient STATIC)
 add_library(Zant::client ALIAS zantclient)
-set_target_properties(zantclient PROPERTIES
-    EXPORT_NAME client
-    POSITION_INDEPENDENT_CODE ON
-    C_VISIBILITY_PRESET hidden
-    CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON)
-target_compile_features(zantclient PUBLIC cxx_std_17)
+set_target_properties(zantclient PROPERTIES EXPORT_NAME client)
+zant_apply_settings(zantclient)
+zant_host_headers(zantclient)
 target_compile_options(zantclient PRIVATE -ffunction-sections -fdata-sections)
 target_compile_definitions(zantclient PRIVATE ZANT_ENGINE_SUFFIX="${ZANT_ENGINE_SUFFIX}")
-target_include_directories(zantclient PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-    $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
-target_link_libraries(zantclient PRIVATE $<BUILD_INTERFACE:zant_settings> PUBLIC ${CMAKE_DL_LIBS})
+target_link_libraries(zantclient PUBLIC ${CMAKE_DL_LIBS})
 # A plug-in that is built without optimisation exports the inline functions of our headers. Its own calls stay inside it:
 # two plug-ins in one host would otherwise share them, and crash when the first one leaves.
 target_link_options(zantclient INTERFACE
@@ -48,14 +63,20 @@ add_library(Zant::zant ALIAS zant)
 set_target_properties(zant PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    C_VISIBILITY_PRESET hidden
-    CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/client/capi/zant.map)
-target_include_directories(zant PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zant>)
-target_link_libraries(zant PRIVATE $<BUILD_INTERFACE:zantclient> $<BUILD_INTERFACE:zant_settings>)
+zant_apply_settings(zant)
+zant_host_headers(zant)
+target_link_libraries(zant PRIVATE $<BUILD_INTERFACE:zantclient>)
 target_link_options(zant PRIVATE
     -Wl,--version-script=${PROJECT_SOURCE_DIR}/client/capi/zant.map -Wl,--gc-sections
     $<$<NOT:$<BOOL:${ZANT_SANITIZED}>>:-Wl,--no-undefined>)
+
+# The sixteen C functions for a host that links statically, whole in one file: what of the client they need is in it. The
+# C names are in no other static library, so that a plug-in that links Zant::client has none of them.
+add_library(zant_static STATIC $<FILTER:$<TARGET_OBJECTS:zantclient>,EXCLUDE,/protos_>)
+add_library(Zant::zant_static ALIAS zant_static)
+set_target_properties(zant_static PROPERTIES OUTPUT_NAME zant)
+zant_apply_settings(zant_static)
+zant_host_headers(zant_static)
+target_compile_definitions(zant_static PRIVATE ZANT_STATIC)
+target_link_libraries(zant_static PUBLIC ${CMAKE_DL_LIBS} INTERFACE stdc++ m)  # named, since a C project links it

@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "description/description.h"
+#include "own/version.h"
 
 namespace Zant::Description {
 namespace {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "client/records/zant_records.h"
+#include "own/cxx17.h"
 
 /// The ray records of the loopback engine. A host that has them can write rays and read hits; another engine lays its
 /// records out in its own way.

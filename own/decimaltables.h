@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// What the number text needs of `pow` and `log`, as constants: the results that the functions of the reference

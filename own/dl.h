@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// Dynamic loading: plain functions over the platform's loader.

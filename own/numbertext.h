@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// Bytes that the quick ways may write to, whatever the length of the text.

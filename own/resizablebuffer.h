@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// A block of bytes that grows by doubling and never shrinks. Owns its block; cannot be copied.

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "own/cxx17.h"
+
 /// The text of numbers as the command language carries it, the way back from text to numbers, and the string and
 /// memory helpers under both. Nothing here allocates, takes a lock, depends on the locale, or needs its own statics to
 /// be initialised first: every operation may be called from the static constructor of another module.

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "own/cxx17.h"
+
 namespace Zant::Testkit {
 
 /// Sets a variable of the process's environment as long as it lives, and then sets it back to what it was.

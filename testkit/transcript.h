@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "own/cxx17.h"
+
 namespace Zant::Testkit {
 
 /// What a check found: true when all is as expected, otherwise with a message that says what is not.

@@ -19,7 +19,7 @@
 
 #include "client/records/zant_records.h"
 
-#if defined(__GNUC__)
+#if defined(__GNUC__) && !defined(ZANT_STATIC)
 #define ZANT_API __attribute__((visibility("default")))
 #else
 #define ZANT_API

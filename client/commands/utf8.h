@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// UTF-8 bytes of single code values.

@@ -1,6 +1,8 @@
 #ifndef ZANT_CLIENT_ENCODING_PROTOTYPER_H
 #define ZANT_CLIENT_ENCODING_PROTOTYPER_H
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 class CommandBuffer;

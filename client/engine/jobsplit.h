@@ -8,6 +8,10 @@
 
 namespace Zant {
 
+// No virtual destructor: the order of the virtual operations is shared with other builds.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 /// A loop over three indices, run on the engine's threads. Derive from it and override run().
 ///
 /// It must not outlive the engine's thread table. Whether start() returns before all work items are done is the
@@ -37,6 +41,8 @@ public:
     /// One work item: its three indices and the number of the thread that runs it. Does nothing here.
     virtual void run(const size_t* index, int thread);
 };
+
+#pragma GCC diagnostic pop
 
 }  // namespace Zant
 

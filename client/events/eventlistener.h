@@ -26,6 +26,10 @@ inline void setEventSelector(EventData& event, int32_t selector) {
     std::memcpy(&event.text, &selector, sizeof selector);
 }
 
+// No virtual destructor: the order of the virtual operations is shared with other builds.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 /// Serves an instance's events: text output, questions for text, preview windows, mouse and keys.
 ///
 /// Derive from it (or from one of the listeners in client/listeners/) and override what the host serves; what is not
@@ -82,6 +86,8 @@ public:
     /// The mouse's resolution in dots per inch, 0 when it is not known.
     virtual int getMouseRawDPI(void* window);
 };
+
+#pragma GCC diagnostic pop
 
 }  // namespace Zant
 

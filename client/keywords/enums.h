@@ -1,6 +1,8 @@
 #ifndef ZANT_CLIENT_KEYWORDS_ENUMS_H
 #define ZANT_CLIENT_KEYWORDS_ENUMS_H
 
+#include "own/cxx17.h"
+
 /// The keywords of the command language: spelling and number of each.
 ///
 /// Keyword number n of a table stands in slot n - 1; number 0 is never a keyword. A null slot is a number without a

@@ -2,6 +2,7 @@
 #define ZANT_CLIENT_LISTENERS_DISPATCH_H
 
 #include "client/records/zant_records.h"
+#include "own/cxx17.h"
 
 /// The event functions that an instance installs by itself. They keep no state and take no lock.
 ///

@@ -5,6 +5,10 @@
 
 namespace Zant {
 
+// No virtual destructors, as in the base class.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 /// The ready-made listeners.
 ///
 /// Threads: they take no lock. Activation comes from the host's thread, everything else from the engine's threads.
@@ -82,6 +86,8 @@ private:
     EventData send(_ZantEventKind kind, void* handle, int64_t value = 0, const char* text = nullptr) const;
     int ask(_ZantEventKind kind, void* handle, int32_t selector) const;
 };
+
+#pragma GCC diagnostic pop
 
 }  // namespace Zant
 

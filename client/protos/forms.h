@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// The vocabulary as data: every form of every command, in the order of the catalogue.

@@ -11,6 +11,16 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "own/version.h"
+
+/* Some names start with an underscore and a capital: they are the engine's own, and hosts that warn of such names are
+ * spared. */
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wunknown-warning-option"
+#pragma clang diagnostic ignored "-Wreserved-identifier"
+#endif
+
 #ifdef __cplusplus
 namespace Zant {
 class Instance;
@@ -219,6 +229,10 @@ typedef struct zl_ray_output zl_ray_output;
 
 #ifdef __cplusplus
 }
+#endif
+
+#if defined(__clang__)
+#pragma clang diagnostic pop
 #endif
 
 #endif

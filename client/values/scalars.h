@@ -1,6 +1,8 @@
 #ifndef ZANT_CLIENT_VALUES_SCALARS_H
 #define ZANT_CLIENT_VALUES_SCALARS_H
 
+#include "own/cxx17.h"
+
 namespace Zant {
 
 /// One number: the item of number lists and the value of number symbols.

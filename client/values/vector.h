@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "client/records/zant_records.h"
+#include "own/cxx17.h"
 
 namespace Zant {
 

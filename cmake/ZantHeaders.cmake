@@ -1,0 +1,35 @@
+# Hosts see a copy of the public headers, in the build tree as in an installed one: include/zant/, made by
+# StageHeaders.cmake. The tree's own sources see the headers where they are.
+set(ZANT_HOST_HEADERS ${PROJECT_BINARY_DIR}/include)
+
+set(folders own client)
+if(TARGET zanttestkit)
+    list(APPEND folders testkit)
+endif()
+set(headers)
+foreach(folder IN LISTS folders)
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+    list(APPEND headers ${found})
+endforeach()
+list(FILTER headers EXCLUDE REGEX "/generator/")
+if(TARGET loopback)
+    list(APPEND headers loopback/rayrecords.h)  # for hosts that write rays in their tests
+endif()
+
+list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
+list(APPEND headers client/protos/protos.h zant.h)
+list(APPEND sources ${PROJECT_BINARY_DIR}/generated/client/protos/protos.h ${PROJECT_SOURCE_DIR}/cmake/zant.h)
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/headers.cmake CONTENT
+    "set(headers ${headers})\nset(sources ${sources})\nset(target ${ZANT_HOST_HEADERS}/zant)\n")
+
+set(stamp ${PROJECT_BINARY_DIR}/headers.stamp)
+add_custom_command(OUTPUT ${stamp}
+    COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/StageHeaders.cmake ${PROJECT_BINARY_DIR}/headers.cmake
+    COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+    DEPENDS ${sources} zant_vocabulary ${PROJECT_BINARY_DIR}/headers.cmake
+        ${PROJECT_SOURCE_DIR}/cmake/StageHeaders.cmake
+    COMMENT "Laying out the headers for hosts"
+    VERBATIM)
+add_custom_target(zant_headers ALL DEPENDS ${stamp})
+add_dependencies(zantclient zant_headers)
+add_dependencies(zant zant_headers)
