@@ -36,3 +36,7 @@ foreach(package zant zant_static zantclient)
     configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()
+
+if(ZANT_IS_TOP_LEVEL)
+    include(cmake/ZantPackages.cmake)
+endif()
