@@ -41,7 +41,7 @@ int runProgram(int argc, char** argv) {
     program.footer(exitCodes);
     int exitCode = Fine;
     for (const auto add : {addRun, addCheck, addConvert, addForms, addDecode, addProbe, addReport, addRehearse,
-                           addReference})
+                           addReference, addDescribe})
         add(program, exitCode);
     for (CLI::App* command : program.get_subcommands([](CLI::App*) { return true; }))
         command->footer(exitCodes);

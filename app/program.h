@@ -24,6 +24,7 @@ void addDecode(CLI::App& program, int& exitCode);
 void addReport(CLI::App& program, int& exitCode);
 void addRehearse(CLI::App& program, int& exitCode);
 void addReference(CLI::App& program, int& exitCode);
+void addDescribe(CLI::App& program, int& exitCode);
 
 }  // namespace Zant::App
 
