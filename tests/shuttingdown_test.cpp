@@ -1,0 +1,249 @@
+// The order of docs/shutting-down-inside-a-host.md, followed literally, and what its warnings and those of
+// docs/threads-and-ownership.md say of who does not follow it.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "client/zant.h"
+#include "loopbackhost.h"
+
+#ifdef __has_feature
+#if __has_feature(thread_sanitizer)
+#define ZANT_TEST_TSAN 1
+#endif
+#endif
+#ifdef __SANITIZE_THREAD__
+#define ZANT_TEST_TSAN 1
+#endif
+
+namespace Zant::Tests {
+namespace {
+
+constexpr size_t eightItems[3] = {2, 2, 2};
+
+struct Counter : MTJobSplit {
+    using MTJobSplit::MTJobSplit;
+    void run(const size_t*, int) override { ++items; }
+    std::atomic<int> items{0};
+};
+
+/// Runs an action at the next line of text.
+struct AtText : TextCollector {
+    void textLine(void* stream, const char* text) override {
+        if (const auto action = std::exchange(atText, nullptr)) action();
+        TextCollector::textLine(stream, text);
+    }
+    std::function<void()> atText;
+};
+
+/// The page's order, with every kind of thing that a plug-in may hold.
+void liveAndShutDown(Library& library, AtText& listener) {
+    ASSERT_TRUE(library.loadExplicitly(nullptr)) << library.getLoadError();
+    library.setupInstanceMutex();
+    Instance* const first = library.createInstanceWithListner(&listener);
+    Instance* const second = library.createInstance();
+    auto proto = std::make_unique<Prototyper>(first);
+    auto direct = std::make_unique<DirectPrototyper>(second);
+    auto number = std::make_unique<DoubleSymbol>(*proto->buffer, "number");
+    auto picture = std::make_unique<BitmapSymbol>(*direct->buffer, 4, 2, PixelCharRgba, "picture");
+    auto rays = std::unique_ptr<RaytraceAccess>(first->createRaytraceAccess());
+    auto job = std::make_unique<Counter>(library.vtables.mt);
+    auto mutex = std::make_unique<Mutex>();
+    number->registerSymbol();
+    mutex->init(library.vtables.mt);
+    EXPECT_TRUE(rays->allocBuffer(eightItems));
+    job->start(eightItems, 2);
+    EXPECT_EQ(job->items, 8);
+
+    // 1. What still talks to the engine when it ends.
+    number.reset(), picture.reset();
+    proto.reset(), direct.reset();
+    rays.reset();
+    job.reset();
+    mutex.reset();
+    // 2. Instances; the listener still hears the engine's last line.
+    listener.take();
+    library.releaseInstance(first);
+    EXPECT_NE(listener.take(), "") << "the listener must outlive this call";
+    library.releaseInstance(second);
+    EXPECT_EQ(library.getInfoInt(2) + library.getInfoInt(5) + library.getInfoInt(7), 0);
+    EXPECT_EQ(library.getInfoInt(6), 1) << "the mutex of the instance list, which the library ends";
+    // 3. The engine.
+    library.unloadExplicitly();
+    EXPECT_FALSE(library.isLoaded());
+    // 4. The listener, by the caller.
+}
+
+TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
+    const TemporaryFile complaints;
+    for (const bool watched : {true, false}) {  // a watched engine stays mapped, the other one is gone
+        const Environment events{{"ZANT_LOOPBACK_FAULT", "events-at-destruction"}};
+        std::unique_ptr<const Environment> watch;
+        if (watched) watch.reset(new Environment{{"ZANT_LOOPBACK_WATCH", complaints.name()}});
+        Library library(ZANT_LOOPBACK_DIR);
+        auto listener = std::make_unique<AtText>();
+        for (int round = 0; round < 2; ++round)
+            liveAndShutDown(library, *listener);
+    }
+    EXPECT_EQ(complaints.content(), "");
+}
+
+// ---- What the pages warn of -----------------------------------------------------------------------------------------
+// Each action runs in a process of its own, forked before it has loaded anything.
+
+/// The loaded engine, and an instance with a listener.
+struct Loaded : Host {
+    explicit Loaded(bool forGood = true) {
+        listener.atText = nullptr;
+        instance->library->releaseInstance(instance);
+        if (forGood) library.loadExplicitly(nullptr);
+        instance = library.createInstanceWithListner(&listener);
+    }
+    void atText(std::function<void()> action) {
+        listener.atText = std::move(action);
+        parse("echo \"a line\";");
+    }
+    AtText listener;
+};
+
+#ifndef ZANT_TEST_TSAN  // it reports what these processes die of in its own way
+
+TEST(ShuttingDownDeathTest, WhatTalksToTheEngineEndsBeforeIt) {
+    const auto unloadUnder = [](auto make) {
+        Loaded host;
+        const auto held = make(host);
+        host.library.unloadExplicitly();
+    };
+    EXPECT_DEATH(unloadUnder([](Loaded& host) { return std::make_unique<Counter>(host.library.vtables.mt); }), "");
+    EXPECT_DEATH(unloadUnder([](Loaded& host) {
+                     auto mutex = std::make_unique<Mutex>();
+                     mutex->init(host.library.vtables.mt);
+                     return mutex;
+                 }),
+                 "");
+}
+
+TEST(ShuttingDownDeathTest, NoEventUnloadsTheEngine) {
+    EXPECT_DEATH(
+        {
+            Loaded host;
+            host.atText([&] { host.library.unloadExplicitly(); });
+        },
+        "");
+    EXPECT_DEATH(
+        {
+            Loaded host(false);
+            host.atText([&] { host.library.releaseInstance(host.instance); });
+        },
+        "")
+        << "the last instance takes the engine along";
+}
+
+TEST(ShuttingDownDeathTest, NoExitDuringAJob) {
+    struct Slow : MTJobSplit {
+        using MTJobSplit::MTJobSplit;
+        void run(const size_t*, int) override { usleep(1000); }
+    };
+    EXPECT_DEATH(
+        {
+            std::atexit([] { usleep(500000); });  // runs after the library of the process has ended
+            Library& library = *getLibrary(ZANT_LOOPBACK_DIR);
+            library.createInstance();
+            auto* job = new Slow(library.vtables.mt);
+            std::thread([job] {
+                const size_t many[3] = {1000, 1, 1};
+                job->start(many, 2);
+            }).detach();
+            usleep(50000);
+            std::exit(0);
+        },
+        "")
+        << "the engine's file is closed under its threads";
+}
+
+/// @return the signal that ended a forked child that did the work, SIGALRM after so many seconds; 0 when it came to its
+/// end
+int signalOfChild(unsigned seconds, const std::function<void()>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(seconds);
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
+TEST(Fork, LeavesAUsedJobWithoutItsThreads) {
+    const auto useJob = [](const Library& library) {
+        Counter job(library.vtables.mt);
+        job.start(eightItems, 2);
+    };
+    EXPECT_EQ(signalOfChild(60, [&] { useJob(Loaded().library); }), 0)
+        << "an engine that is loaded after the fork works";
+    Loaded host;
+    Counter used(host.library.vtables.mt);
+    used.start(eightItems, 2);
+    EXPECT_EQ(signalOfChild(2, [&] { used.start(eightItems, 2); }), SIGALRM) << "it waits for threads of the parent";
+    EXPECT_EQ(used.items, 8);
+}
+
+#endif
+
+TEST(Listeners, ThatAreLinkedKnowTheLastInstanceOnly) {
+    Loaded host;
+    InstanceLinkedListener linked;
+    Instance* const older = host.library.createInstanceWithListner(&linked);
+    Instance* const newer = host.library.createInstanceWithListner(&linked);
+    EXPECT_EQ(linked.instance, newer);
+    EXPECT_EQ(linked.recognizeEventString("Error: "), 100);
+    host.library.releaseInstance(older);
+    EXPECT_EQ(linked.instance, nullptr) << "although one still lives";
+    EXPECT_EQ(linked.recognizeEventString("Error: "), -1);
+}
+
+TEST(Listeners, LetNoExceptionOut) {
+    Loaded host;
+    host.listener.atText = [] { throw std::runtime_error("lost in the engine"); };
+    EXPECT_EQ(host.parse("echo \"one\"; echo \"two\";"), 0) << "this engine catches it, and nobody hears of it";
+    EXPECT_EQ(host.listener.take(), "\ntwo\n");
+}
+
+TEST(Jobs, StartedFromTheirOwnItemsShareThreadNumbers) {
+    struct Nested : MTJobSplit {
+        using MTJobSplit::MTJobSplit;
+        void run(const size_t*, int thread) override {
+            if (outer < 2) {
+                ++outer;
+                while (outer < 2)
+                    std::this_thread::yield();
+                const size_t one[3] = {1, 1, 1};
+                return start(one, 2);
+            }
+            asThreadZero += thread == 0;
+            ++inner;
+            while (inner < 2)
+                std::this_thread::yield();
+        }
+        std::atomic<int> outer{0}, inner{0}, asThreadZero{0};
+    };
+    Loaded host;
+    Nested job(host.library.vtables.mt);
+    const size_t two[3] = {2, 1, 1};
+    job.start(two, 2);
+    EXPECT_EQ(job.asThreadZero, 2) << "both at the same time, and both as thread 0";
+}
+
+}  // namespace
+}  // namespace Zant::Tests
