@@ -56,7 +56,7 @@ const char* writtenFor(const Form& form) {
 void readExample(const char* text, const Form& form, Command& example) {
     TextReader reader{std::string_view(text)};
     if (reader.next(example) != ReadResult::Command || example.form != &form)
-        throw std::runtime_error(fmt::format("{} is no example of '{}'", text, form.notation));
+        throw std::runtime_error(fmt::format("{} is not an example of '{}'", text, form.notation));
     example.source = {};  // it ends with the reader
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* letters =
     "d number, i integer, b truth value, u unsigned, s text, V vector, A axes, C coordinate system, S symbol, N symbol "
-    "declared,\nB bitmap, M mesh, X vertex map, Ld LV LC LS lists; with the suffix u behind the number, a function "
+    "declared,\nB bitmap, M mesh, X vertex map, Ld LV LC LS lists; with the suffix u after the number, a function "
     "takes "
     "wide strings\n";
 

@@ -69,9 +69,9 @@ void explainKeyword(const Grammar& grammar, const Mismatch& mismatch, const std:
     if (!word.empty()) grammar.offerKeywords(mismatch.node, search);
     diagnostic.suggestion = search.best() ? search.best() : grammar.shortestForm(mismatch.node)->notation;
     if (word.empty()) {
-        diagnostic.message = "expected a keyword behind " + path + ", found " + found;
+        diagnostic.message = "expected a keyword after " + path + ", found " + found;
     } else {
-        diagnostic.message = "unknown keyword " + quoted(word) + " behind " + path + didYouMean(search.best());
+        diagnostic.message = "unknown keyword " + quoted(word) + " after " + path + didYouMean(search.best());
     }
 }
 
@@ -105,7 +105,7 @@ void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string
         case Problem::UnknownKeyword:
             return explainKeyword(grammar, mismatch, found, word, diagnostic);
         case Problem::NoSeparator:
-            diagnostic.message = std::string("expected ") + mismatch.detail + " behind " + path + ", found " + found;
+            diagnostic.message = std::string("expected ") + mismatch.detail + " after " + path + ", found " + found;
             return;
         case Problem::WrongArgument:
             diagnostic.message =

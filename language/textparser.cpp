@@ -265,9 +265,9 @@ bool TextParser::readCoordSys() {
     if (!readRow(values, 3, 3, count)) return false;
     std::memcpy(coordSys.position, values, sizeof values);
     skipSpace();
-    if (!take('@')) return fail("expected '@' and axes behind the position");
+    if (!take('@')) return fail("expected '@' and axes after the position");
     skipSpace();
-    if (!readAxes(coordSys.axes)) return fail(complaint ? complaint : "expected axes behind '@'");
+    if (!readAxes(coordSys.axes)) return fail(complaint ? complaint : "expected axes after '@'");
     if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
     command->addCoordSys(coordSys);
     return true;

@@ -156,7 +156,7 @@ std::shared_ptr<Scene> Module::scene(uint64_t number, const char* call, const ch
     const std::lock_guard lock(mutex_);
     const auto found = scenes_.find(number);
     if (found != scenes_.end()) return found->second;
-    misuse(call, std::string(what) + (number ? " is no longer alive" : " is none of this engine"));
+    misuse(call, std::string(what) + (number ? " is no longer alive" : " does not belong to this engine"));
     return nullptr;
 }
 

@@ -160,7 +160,7 @@ TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
     EXPECT_EQ(tables.mt->mutexOp(&record, 1, 0), 0);
     tables.mt->destroyJob(&record);
     EXPECT_EQ(file.content(),
-              "parse: the parser context is no longer alive\nparse: the parser context is none of this engine\n"
+              "parse: the parser context is no longer alive\nparse: the parser context does not belong to this engine\n"
               "getValue: the parser context is no longer alive\ndestroyInstance: the instance is no longer alive\n"
               "createContext: the instance is no longer alive\nmutexOp: the mutex is not alive\n"
               "destroyJob: the job context is not alive\n");
