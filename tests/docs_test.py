@@ -1,15 +1,21 @@
 #!/usr/bin/env python3
-"""Builds and runs every block of the README and the pages in docs/ against an installed package.
+"""Builds and runs every block of the README and the pages in docs/, as it is printed, against an installed package.
 
 usage: docs_test.py PREFIX
 
-A block is what stands between ``` fences; its first word says what is done with it:
+A block is what lies between ``` fences; the first words of its fence say what is done with it:
   cpp         statements of a function that is given `instance`, or a whole program when it has a main
   cpp plugin  a plug-in, which is rehearsed
-  sh          run in the project's folder, with the installed program; the project's own scripts run elsewhere
+  sh          run in a copy of the project's folder, where build/demo holds the installed package
+  console     each line after a $ is run in the same way; the other lines are among what it prints, in their order
   cmake       part of a consumer's build
   output      what the block before it printed
+  python      lines of examples/host.py
+  json        a part of the installed description of the interface
+Anything else, and what cannot be run, says why in its fence: ```sh not-run: it takes an hour. The reasons are printed.
+Commands between single backquotes must exist, with the options that they name.
 """
+import json
 import os
 import pathlib
 import re
@@ -17,6 +23,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import textwrap
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FENCE = re.compile(r"^```([^\n]*)\n(.*?)^```$", re.S | re.M)
@@ -24,12 +31,32 @@ PRELUDE = "#include <atomic>\n#include <cctype>\n#include <cstdio>\n#include <cs
           "#include \"client/host.h\"\n#include \"client/zant.h\"\nusing namespace Zant;\n"
 
 
+KINDS = ("sh", "console", "cpp", "cpp plugin", "cmake", "output", "python", "json")
+
+
 class Page:
     def __init__(self, path):
         self.name = path.relative_to(ROOT).as_posix()
         text = path.read_text()
+        self.prose = FENCE.sub("", text)
         self.blocks = [(match[1].strip(), match[2], text.count("\n", 0, match.start()) + 1)
                        for match in FENCE.finditer(text)]
+
+    def take_unrun(self):
+        """Takes the blocks out that say why they are not run. No other block may be unknown."""
+        kept = []
+        for kind, text, line in self.blocks:
+            reason = kind.partition("not-run:")[2].strip()
+            if reason:
+                print(f"docs: {self.name}:{line} is not run: {reason}")
+            elif kind not in KINDS:
+                fail(self, line, f"a block of the kind '{kind}' has to say why it is not run")
+            else:
+                kept.append((kind, text, line))
+        self.blocks = kept
+        indented = re.search(r"\n\n {4}[^\s-]", self.prose)
+        if indented:
+            fail(self, 1, "an indented block, which says no kind: " + self.prose[indented.start():][:60])
 
 
 def fail(page, line, message):
@@ -81,63 +108,160 @@ class Project:
                 sys.exit(result.stdout)
 
 
-def run_shell(page, line, text, program, folder):
-    lines = [row for row in text.splitlines() if row and not re.match(r"scripts/(demo|test|bench)\b", row)]
-    script = "\n".join(lines).replace("build/demo/bin/zant", str(program)).replace("build/", f"{folder}/")
-    script = script.replace("/opt/engine/", f"{engine_of(program)}")
-    result = run(["bash", "-e", "-c", script], cwd=ROOT)
-    if result.returncode:
-        fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
-    return result.stdout
+class Stage:
+    """The project's folder as a reader has it after scripts/demo, with the installed package as what was built."""
+
+    def __init__(self, folder, prefix, texts):
+        self.folder = folder
+        demo = folder / "build" / "demo"
+        demo.mkdir(parents=True)
+        for entry in ROOT.iterdir():
+            if entry.name != "build":
+                (folder / entry.name).symlink_to(entry)
+        for shared in ("bin", "share"):
+            (demo / shared).symlink_to(prefix / shared)
+        (demo / "lib").symlink_to(pathlib.Path(engine_of(prefix / "bin" / "zant")).parents[1])
+        examples = set(re.findall(r"build/demo/examples/(\w+)", texts))
+        if examples:
+            commands = [["cmake", "-S", ROOT / "examples", "-B", demo / "examples", "-G", "Ninja",
+                         f"-DCMAKE_PREFIX_PATH={prefix}"],
+                        ["cmake", "--build", demo / "examples", "--target", *(f"example_{x}" for x in examples)]]
+            for command in commands:
+                result = run(command)
+                if result.returncode:
+                    sys.exit(result.stdout)
+
+    def shell(self, page, line, script):
+        result = run(["bash", "-e", "-c", script], cwd=self.folder)
+        if result.returncode:
+            fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
+        return result.stdout
+
+    def console(self, page, line, text):
+        for part in re.split(r"^\$ ", text, flags=re.M)[1:]:
+            command, _, wanted = part.partition("\n")
+            printed = run(["bash", "-c", command], cwd=self.folder).stdout
+            at = 0
+            for row in filter(str.strip, wanted.splitlines()):
+                found = printed.find(row + "\n", at)
+                if found < 0:
+                    fail(page, line, f"$ {command}\nexpected\n{row}\nprinted\n{printed}")
+                at = found + len(row)
 
 
 def engine_of(program):
     return next(program.parent.parent.glob("**/zant/loopback")).as_posix() + "/"
 
 
+def check_commands(page, program):
+    """The commands inside sentences: they exist, with the options that they are given."""
+    for command in re.findall(r"`((?:scripts/|zant |build/demo/bin/zant )[^`]+)`", page.prose):
+        words = command.split()
+        if words[0].startswith("scripts/"):
+            if not os.access(ROOT / words[0], os.X_OK):
+                fail(page, 1, f"no {words[0]}")
+        elif words[1].startswith("-"):
+            if run([program, *words[1:]]).returncode:
+                fail(page, 1, command)
+        else:
+            usage = run([program, words[1], "--help"])
+            for option in [word for word in words if word.startswith("--")]:
+                if usage.returncode or not re.search(re.escape(option) + r"\b", usage.stdout):
+                    fail(page, 1, f"{command}: {usage.stdout}")
+
+
+def check_quotation(page, line, kind, text, prefix):
+    if kind == "python":
+        source = (ROOT / "examples" / "host.py").read_text()
+        if textwrap.dedent(text) not in "\n".join(unindented(source)):
+            fail(page, line, "examples/host.py has other lines")
+        return
+    interface = json.loads(next(prefix.glob("**/zant_interface.json")).read_text())
+    wanted, found = json.loads(text), []
+    walk(interface, lambda value: found.append(value) if value == wanted else None)
+    if not found:
+        fail(page, line, "no such part in the description of the interface")
+
+
+def unindented(source):
+    """The source once for each indentation that a quotation of it may have lost."""
+    for depth in range(0, 13, 4):
+        yield re.sub(rf"^ {{{depth}}}", "", source, flags=re.M)
+
+
+def walk(value, visit):
+    visit(value)
+    for inner in value.values() if isinstance(value, dict) else value if isinstance(value, list) else []:
+        walk(inner, visit)
+
+
+def run_plugin(page, line, target, program):
+    module = target.with_name("lib" + target.name + ".so")
+    exported = run(["nm", "-D", "--defined-only", module]).stdout.split()[2::3]
+    # Templates of the C++ run-time library are exported whatever a plug-in asks for: without optimisation they are there.
+    others = [symbol for symbol in exported if not re.match(r"zantPlugin|_Z(NK?|TI|TS|TV)St", symbol)]
+    if not exported or others:
+        fail(page, line, f"the plug-in exports {others}")
+    result = run([program, "rehearse", module])
+    if result.returncode:
+        fail(page, line, result.stdout)
+
+
+def run_cpp(page, line, text, target, program):
+    result = run([target, engine_of(program)])
+    # A whole program that names the engine's directory itself finds none there: it says so, and ends with 3.
+    without = "int main(" in text and result.returncode == 3 and result.stdout
+    if result.returncode and not without:
+        fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
+    return result.stdout
+
+
+def run_blocks(page, project, stage, prefix, counts):
+    program = prefix / "bin" / "zant"
+    printed = ""
+    for kind, text, line in page.blocks:
+        counts[kind] = counts.get(kind, 0) + 1
+        target = project.folder / "build" / project.targets.get((page.name, line), "")
+        if kind == "sh":
+            printed = stage.shell(page, line, text)
+        elif kind == "console":
+            stage.console(page, line, text)
+        elif kind == "cpp plugin":
+            run_plugin(page, line, target, program)
+        elif kind == "cpp":
+            printed = run_cpp(page, line, text, target, program)
+        elif kind == "output" and text not in printed:
+            fail(page, line, f"expected\n{text}\nprinted\n{printed}")
+        elif kind in ("python", "json"):
+            check_quotation(page, line, kind, text, prefix)
+
+
 def main():
     prefix = pathlib.Path(sys.argv[1]).resolve()
-    program = prefix / "bin" / "zant"
     pages = [Page(path) for path in [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]]
     folder = pathlib.Path(tempfile.mkdtemp())
-    project = Project(folder, prefix)
+    (folder / "blocks").mkdir()
+    project = Project(folder / "blocks", prefix)
     for page in pages:
+        page.take_unrun()
+        check_commands(page, prefix / "bin" / "zant")
         for kind, text, line in page.blocks:
             if kind in ("cpp", "cpp plugin"):
                 project.add(page, line, kind, text)
             elif kind == "cmake":
                 project.add_cmake(text)
     project.build()
+    (folder / "project").mkdir()
+    stage = Stage(folder / "project", prefix, "".join(text for page in pages for _, text, _ in page.blocks))
 
     counts = {}
     for page in pages:
-        printed = ""
-        for kind, text, line in page.blocks:
-            counts[kind] = counts.get(kind, 0) + 1
-            target = folder / "build" / project.targets.get((page.name, line), "")
-            if kind == "sh":
-                printed = run_shell(page, line, text, program, folder)
-            elif kind == "cpp plugin":
-                module = target.with_name("lib" + target.name + ".so")
-                exported = run(["nm", "-D", "--defined-only", module]).stdout.split()[2::3]
-                if not exported or any(not symbol.startswith("zantPlugin") for symbol in exported):
-                    fail(page, line, f"the plug-in exports {exported}")
-                result = run([program, "rehearse", module])
-                if result.returncode:
-                    fail(page, line, result.stdout)
-            elif kind == "cpp":
-                result = run([target, engine_of(program)])
-                # A whole program names the engine's directory itself: it must survive that none is there.
-                if result.returncode and not ("int main(" in text and result.returncode == 3):
-                    fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
-                printed = result.stdout
-            elif kind == "output" and text not in printed:
-                fail(page, line, f"expected\n{text}\nprinted\n{printed}")
+        run_blocks(page, project, stage, prefix, counts)
     shutil.rmtree(folder)
-    for wanted in ("sh", "cpp", "cpp plugin", "cmake", "output"):
+    for wanted in KINDS:
         if not counts.get(wanted):
             sys.exit(f"no {wanted} block was found: the pages are not where they should be")
-    print("docs: " + ", ".join(f"{count} {kind or 'plain'}" for kind, count in sorted(counts.items())))
+    print("docs: " + ", ".join(f"{count} {kind}" for kind, count in sorted(counts.items())))
 
 
 if __name__ == "__main__":
