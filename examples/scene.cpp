@@ -85,6 +85,7 @@ std::string understood(const char* engine, const std::string& encoding) {
     const auto transcript = std::filesystem::temp_directory_path() / ("zant_scene_" + encoding + ".zant");
     std::filesystem::remove(transcript);
     setenv("ZANT_LOOPBACK_TRANSCRIPT", transcript.c_str(), 1);
+    setenv("ZANT_LOOPBACK_NUMBERS", "client", 1);  // as the text buffers write them, for every encoding
     Library library(engine);
     Instance* instance = library.createInstance();
     if (!instance) return "";
