@@ -7,8 +7,10 @@ A block is what lies between ``` fences; the first words of its fence say what i
   cpp         statements of a function that is given `instance`, or a whole program when it has a main
   cpp plugin  a plug-in, which is rehearsed
   sh          run in a copy of the project's folder, where build/demo holds the installed package
+  sh install  run one after another in a copy of the sources, with a home folder of its own
   console     each line after a $ is run in the same way; the other lines are among what it prints, in their order
   cmake       part of a consumer's build
+  cmake subproject  the same, with the sources in its folder third_party/zant
   output      what the block before it printed
   python      lines of examples/host.py
   json        a part of the installed description of the interface
@@ -31,7 +33,7 @@ PRELUDE = "#include <atomic>\n#include <cctype>\n#include <cstdio>\n#include <cs
           "#include \"client/host.h\"\n#include \"client/zant.h\"\nusing namespace Zant;\n"
 
 
-KINDS = ("sh", "console", "cpp", "cpp plugin", "cmake", "output", "python", "json")
+KINDS = ("sh", "sh install", "console", "cpp", "cpp plugin", "cmake", "cmake subproject", "output", "python", "json")
 
 
 class Page:
@@ -64,7 +66,7 @@ def fail(page, line, message):
 
 
 def run(command, **options):
-    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=300, **options)
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=1200, **options)
 
 
 class Project:
@@ -149,6 +151,38 @@ class Stage:
                 at = found + len(row)
 
 
+class Newcomer:
+    """Installs from a copy of the sources, as the README says, and builds a project that has them in a folder."""
+
+    def __init__(self, folder):
+        self.sources, self.home, self.parent = folder / "sources", folder / "home", folder / "parent"
+        for made in (self.home, self.parent / "third_party"):
+            made.mkdir(parents=True)
+
+    def copy_sources(self):
+        if not self.sources.exists():
+            ignored = shutil.ignore_patterns("build", ".git")
+            shutil.copytree(ROOT, self.sources, ignore=ignored)
+            (self.parent / "third_party" / "zant").symlink_to(self.sources)
+
+    def install(self, page, line, script):
+        self.copy_sources()
+        environment = {**os.environ, "HOME": str(self.home)}
+        result = run(["bash", "-e", "-c", script], cwd=self.sources, env=environment)
+        if result.returncode:
+            fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
+
+    def build_subproject(self, page, line, text):
+        self.copy_sources()
+        (self.parent / "CMakeLists.txt").write_text(
+            "cmake_minimum_required(VERSION 3.20)\nproject(Parent LANGUAGES C CXX)\n"
+            f"add_library(my_plugin MODULE {ROOT}/examples/listener.cpp)\n{text}")
+        for command in (["cmake", "-S", ".", "-B", "build", "-G", "Ninja"], ["cmake", "--build", "build"]):
+            result = run(command, cwd=self.parent)
+            if result.returncode:
+                fail(page, line, result.stdout)
+
+
 def engine_of(program):
     return next(program.parent.parent.glob("**/zant/loopback")).as_posix() + "/"
 
@@ -216,7 +250,7 @@ def run_cpp(page, line, text, target, program):
     return result.stdout
 
 
-def run_blocks(page, project, stage, prefix, counts):
+def run_blocks(page, project, stage, newcomer, prefix, counts):
     program = prefix / "bin" / "zant"
     printed = ""
     for kind, text, line in page.blocks:
@@ -224,6 +258,10 @@ def run_blocks(page, project, stage, prefix, counts):
         target = project.folder / "build" / project.targets.get((page.name, line), "")
         if kind == "sh":
             printed = stage.shell(page, line, text)
+        elif kind == "sh install":
+            newcomer.install(page, line, text)
+        elif kind == "cmake subproject":
+            newcomer.build_subproject(page, line, text)
         elif kind == "console":
             stage.console(page, line, text)
         elif kind == "cpp plugin":
@@ -254,9 +292,10 @@ def main():
     (folder / "project").mkdir()
     stage = Stage(folder / "project", prefix, "".join(text for page in pages for _, text, _ in page.blocks))
 
+    newcomer = Newcomer(folder)
     counts = {}
     for page in pages:
-        run_blocks(page, project, stage, prefix, counts)
+        run_blocks(page, project, stage, newcomer, prefix, counts)
     shutil.rmtree(folder)
     for wanted in KINDS:
         if not counts.get(wanted):

@@ -98,7 +98,7 @@ TEST(Program, TheManualPageAndTheCompletionHaveEveryOption) {
             ++compared;
         }
     }
-    EXPECT_EQ(compared, 23u);
+    EXPECT_EQ(compared, 27u);
     for (const char* code : {"\n0\nfine\n", "\n3\nthe engine did not load\n"})
         EXPECT_EQ(countOf(code, page), 1u) << code;
 
