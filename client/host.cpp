@@ -1,7 +1,10 @@
 #include "client/host.h"
 
 #include <algorithm>
+#include <atomic>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "client/commands/utf8.h"
 #include "own/dl.h"
@@ -11,13 +14,14 @@ namespace Zant {
 struct HeldInstance {
     Instance* instance;                 // null once it has ended
     std::vector<RaytraceAccess*> rays;  // that are open on it
+    std::atomic<int> holders{1};        // its handles, on any thread, and its session
 
     explicit HeldInstance(Instance* held) : instance(held) {}
-    HeldInstance(const HeldInstance&) = delete;
-    HeldInstance& operator=(const HeldInstance&) = delete;
-    ~HeldInstance() { end(); }
-
     void end();
+};
+
+struct HeldList {
+    std::vector<HeldInstance*> items;
 };
 
 void HeldInstance::end() {
@@ -29,25 +33,51 @@ void HeldInstance::end() {
     ended->library->releaseInstance(ended);
 }
 
+namespace {
+
+HeldInstance* share(HeldInstance* held) {
+    held->holders.fetch_add(1, std::memory_order_relaxed);
+    return held;
+}
+
+void letGo(HeldInstance* held) {
+    if (held && held->holders.fetch_sub(1, std::memory_order_acq_rel) == 1) delete held;
+}
+
+/// Lets those go that only the session holds.
+void prune(std::vector<HeldInstance*>& items) {
+    size_t kept = 0;
+    for (HeldInstance* held : items) {
+        if (held->holders.load(std::memory_order_acquire) > 1)
+            items[kept++] = held;
+        else
+            letGo(held);
+    }
+    items.resize(kept);
+}
+
+}  // namespace
+
 // ---- Handles --------------------------------------------------------------------------------------------------------
 
 UniqueInstance::UniqueInstance(Instance* instance) {
     const auto release = [](Instance* owned) { owned->library->releaseInstance(owned); };
     std::unique_ptr<Instance, decltype(release)> taken(instance, release);
     if (!taken) return;
-    auto holding = std::make_unique<HeldInstance>(instance);
+    held = new HeldInstance(instance);
     taken.release();
-    held = std::move(holding);
 }
 
 UniqueInstance& UniqueInstance::operator=(UniqueInstance&& other) {
     UniqueInstance taken(std::move(other));
-    held.swap(taken.held);
+    std::swap(held, taken.held);
     return *this;
 }
 
 void UniqueInstance::reset() {
-    if (const auto ended = std::exchange(held, nullptr)) ended->end();
+    HeldInstance* const ended = std::exchange(held, nullptr);
+    if (ended) ended->end();
+    letGo(ended);
 }
 
 Instance* UniqueInstance::get() const {
@@ -60,22 +90,24 @@ UniqueRaytraceAccess::UniqueRaytraceAccess(const UniqueInstance& instance) {
     rays.reserve(rays.size() + 1);
     access = instance->createRaytraceAccess();
     rays.push_back(access);
-    held = instance.held;
+    held = share(instance.held);
 }
 
 UniqueRaytraceAccess& UniqueRaytraceAccess::operator=(UniqueRaytraceAccess&& other) {
     UniqueRaytraceAccess taken(std::move(other));
-    held.swap(taken.held);
+    std::swap(held, taken.held);
     std::swap(access, taken.access);
     return *this;
 }
 
 void UniqueRaytraceAccess::reset() {
     RaytraceAccess* const ended = get();
-    const auto owner = std::exchange(held, nullptr);
-    if (!ended) return;
-    owner->rays.erase(std::find(owner->rays.begin(), owner->rays.end(), ended));
-    delete ended;
+    HeldInstance* const owner = std::exchange(held, nullptr);
+    if (ended) {
+        owner->rays.erase(std::find(owner->rays.begin(), owner->rays.end(), ended));
+        delete ended;
+    }
+    letGo(owner);
 }
 
 RaytraceAccess* UniqueRaytraceAccess::get() const {
@@ -93,6 +125,7 @@ size_t sessions = 0;
 
 Session::Session(const char* directory) : engine(getLibrary(nullptr)), loaded(engine->loadExplicitly(directory)) {
     if (!loaded) return;
+    instances = new HeldList;
     engine->setupInstanceMutex();
     ++sessions;
 }
@@ -108,20 +141,21 @@ UniqueInstance Session::createInstance(EventListener& listener) {
 UniqueInstance Session::hold(Instance* instance) {
     UniqueInstance handle(instance);
     if (!handle) return handle;
-    if (instances.size() == instances.capacity()) {
-        // Before it grows: what has been released in the meantime needs no place.
-        const auto gone = [](const std::weak_ptr<HeldInstance>& entry) { return entry.expired(); };
-        instances.erase(std::remove_if(instances.begin(), instances.end(), gone), instances.end());
-    }
-    instances.push_back(handle.held);
+    auto& items = instances->items;
+    if (items.size() == items.capacity()) prune(items);
+    items.push_back(handle.held);
+    share(handle.held);
     return handle;
 }
 
 void Session::end() {
     if (!std::exchange(loaded, false)) return;
-    for (; !instances.empty(); instances.pop_back()) {
-        if (const auto held = instances.back().lock()) held->end();
+    for (; !instances->items.empty(); instances->items.pop_back()) {
+        HeldInstance* const held = instances->items.back();
+        held->end();
+        letGo(held);
     }
+    delete std::exchange(instances, nullptr);
     if (--sessions == 0) engine->unloadExplicitly();
 }
 

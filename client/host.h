@@ -3,9 +3,8 @@
 
 /// Comforts for hosts. Nothing of the library includes them, so that what is not used costs nothing.
 
-#include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "client/engine/instance.h"
 #include "client/engine/library.h"
@@ -13,8 +12,10 @@
 
 namespace Zant {
 
-/// What the handles of one instance share.
+/// What the handles of one instance share, and what their session knows of them. The handles hold plain pointers: what
+/// templates of the C++ run-time library would bring here, every plug-in exports, and plug-ins would share it.
 struct HeldInstance;
+struct HeldList;
 
 /// Owns one instance, and releases it at its end or with its session, whichever comes first. When the session has
 /// ended, the handle is empty, and says so.
@@ -25,7 +26,7 @@ public:
     UniqueInstance() = default;
     /// Takes an instance over that belongs to no session; null for none. It must be released before its library ends.
     explicit UniqueInstance(Instance* instance);
-    UniqueInstance(UniqueInstance&&) = default;
+    UniqueInstance(UniqueInstance&& other) : held(std::exchange(other.held, nullptr)) {}
     UniqueInstance& operator=(UniqueInstance&& other);
     ~UniqueInstance() { reset(); }
 
@@ -41,7 +42,7 @@ public:
 private:
     friend class Session;
     friend class UniqueRaytraceAccess;
-    std::shared_ptr<HeldInstance> held;
+    HeldInstance* held = nullptr;
 };
 
 /// Owns a ray access of an instance, and ends it at its own end or with the instance, whichever comes first.
@@ -52,8 +53,8 @@ public:
     UniqueRaytraceAccess() = default;
     /// Opens a ray access; empty for an empty handle.
     explicit UniqueRaytraceAccess(const UniqueInstance& instance);
-    UniqueRaytraceAccess(UniqueRaytraceAccess&&) =
-        default;  // the empty one has no instance, so that its pointer is dead
+    UniqueRaytraceAccess(UniqueRaytraceAccess&& other)
+        : held(std::exchange(other.held, nullptr)), access(other.access) {}
     UniqueRaytraceAccess& operator=(UniqueRaytraceAccess&& other);
     ~UniqueRaytraceAccess() { reset(); }
 
@@ -66,7 +67,7 @@ public:
     RaytraceAccess& operator*() const { return *get(); }
 
 private:
-    std::shared_ptr<HeldInstance> held;
+    HeldInstance* held = nullptr;
     RaytraceAccess* access = nullptr;
 };
 
@@ -111,7 +112,7 @@ private:
 
     Library* engine;
     bool loaded = false;
-    std::vector<std::weak_ptr<HeldInstance>> instances;
+    HeldList* instances = nullptr;
 };
 
 /// The directory of the module (program or plug-in) that holds an address, absolute and with its final separator, as

@@ -100,7 +100,7 @@ bool DllKeepMapped(void* handle) {
 std::string DllFileOf(const void* address) {
     Dl_info info{};
     if (!dladdr(address, &info) || !info.dli_fname) return {};
-    std::string mapped = mappedFile(address);
+    std::string mapped = mappedFile(info.dli_fbase);  // static objects need not lie in the file
     if (!mapped.empty()) return mapped;
     const std::unique_ptr<char, Closing> resolved(realpath(info.dli_fname, nullptr));
     return resolved ? resolved.get() : std::string();

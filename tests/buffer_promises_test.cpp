@@ -140,9 +140,9 @@ protected:
         }
     }
 
+    Offline names;  // without an instance: what the symbols send goes nowhere
     Symbol named{names, "sky"};
     Symbol registered{names, "cube"};
-    Offline names;  // without an instance: what the symbols send goes nowhere
 };
 
 TEST_F(BufferPromises, NoOperationRunsAnotherVirtualOne) {

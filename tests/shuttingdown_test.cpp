@@ -109,6 +109,7 @@ struct Loaded : Host {
         if (forGood) library.loadExplicitly(nullptr);
         instance = library.createInstanceWithListner(&listener);
     }
+    ~Loaded() { library.release(); }  // before the listener goes
     void atText(std::function<void()> action) {
         listener.atText = std::move(action);
         parse("echo \"a line\";");
@@ -211,6 +212,7 @@ TEST(Listeners, ThatAreLinkedKnowTheLastInstanceOnly) {
     host.library.releaseInstance(older);
     EXPECT_EQ(linked.instance, nullptr) << "although one still lives";
     EXPECT_EQ(linked.recognizeEventString("Error: "), -1);
+    host.library.releaseInstance(newer);
 }
 
 TEST(Listeners, LetNoExceptionOut) {
