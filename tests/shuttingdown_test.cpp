@@ -31,7 +31,7 @@ namespace {
 
 constexpr size_t eightItems[3] = {2, 2, 2};
 
-struct Counter : MTJobSplit {
+struct Counter final : MTJobSplit {
     using MTJobSplit::MTJobSplit;
     void run(const size_t*, int) override { ++items; }
     std::atomic<int> items{0};
@@ -151,7 +151,7 @@ TEST(ShuttingDownDeathTest, NoEventUnloadsTheEngine) {
 }
 
 TEST(ShuttingDownDeathTest, NoExitDuringAJob) {
-    struct Slow : MTJobSplit {
+    struct Slow final : MTJobSplit {
         using MTJobSplit::MTJobSplit;
         void run(const size_t*, int) override { usleep(1000); }
     };
@@ -223,7 +223,7 @@ TEST(Listeners, LetNoExceptionOut) {
 }
 
 TEST(Jobs, StartedFromTheirOwnItemsShareThreadNumbers) {
-    struct Nested : MTJobSplit {
+    struct Nested final : MTJobSplit {
         using MTJobSplit::MTJobSplit;
         void run(const size_t*, int thread) override {
             if (outer < 2) {

@@ -57,8 +57,9 @@ void Library::unregister(Instance* instance) {
         if (*link) *link = instance->next;
         empty = !instanceList;
     }
-    // An instance that another thread has listed meanwhile goes with the engine.
-    if (empty) release();
+    // With an engine that was loaded explicitly release() has nothing to do, unless another thread has listed an
+    // instance meanwhile: that one stays. Otherwise it goes with the engine.
+    if (empty && (flags & AUTO_UNLOAD)) release();
 }
 
 void Library::destroyInstances() {
