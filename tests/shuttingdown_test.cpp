@@ -38,7 +38,7 @@ struct Counter final : MTJobSplit {
 };
 
 /// Runs an action at the next line of text.
-struct AtText : TextCollector {
+struct AtText final : TextCollector {
     void textLine(void* stream, const char* text) override {
         if (const auto action = std::exchange(atText, nullptr)) action();
         TextCollector::textLine(stream, text);
