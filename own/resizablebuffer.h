@@ -73,6 +73,9 @@ public:
 private:
     void grow(size_t n);
 };
+static_assert(offsetof(ResizableBuffer, buffer) == 0 && offsetof(ResizableBuffer, bufferSize) == 8 &&
+                  offsetof(ResizableBuffer, dataSize) == 16,
+              "inline operations of other builds read it");
 
 }  // namespace Zant
 

@@ -16,6 +16,7 @@ public:
 
 /// What the typed command functions take as their first argument, as a void pointer.
 class Protos : public ProtoBase {};
+static_assert(sizeof(Protos) == 8, "typed functions read the word that they are given");
 
 /// Holds the buffer that typed commands are written into.
 ///

@@ -80,6 +80,9 @@ public:
 private:
     void allocTables();
 };
+static_assert(offsetof(RaytraceAccess, context) == 8 && offsetof(RaytraceAccess, input) == 16 &&
+                  offsetof(RaytraceAccess, output) == 96,
+              "hosts of other builds hold it");
 
 }  // namespace Zant
 

@@ -28,7 +28,6 @@ struct LibraryFunctionsVtable {
     UnusedSlot unused[3];                                          // 6 to 8
     int (*setPlatformOption)(const char* name, const char* value, void* data);  // 9
 };
-static_assert(offsetof(LibraryFunctionsVtable, setPlatformOption) == 9 * sizeof(void*), "slots keep their place");
 
 /// One work item: three indices and the number of the thread that runs it.
 using JobCallback = void (*)(const size_t* index, int thread, void* context);
@@ -42,7 +41,6 @@ struct MTFunctionsVtable {
     int (*mutexOp)(void* mutex, int operation, int zero);  // 5: 1 lock, -1 unlock, 0 try (low byte: taken)
     void (*destroyMutex)(void* mutex);                     // 6
 };
-static_assert(offsetof(MTFunctionsVtable, destroyMutex) == 6 * sizeof(void*), "slots keep their place");
 
 struct BitmapFunctionsVtable {
     void (*linkBitmap)(void* bitmap, ZantBitmapCore* link);                               // 0
@@ -65,7 +63,6 @@ struct ParserFunctionsVtable {
     int (*getValue)(void* parser, void* handle, ZantParserExchangeBuffer* record);        // 4
     int (*setValue)(void* parser, void* handle, const ZantParserExchangeBuffer* record);  // 5
 };
-static_assert(offsetof(ParserFunctionsVtable, getValue) == 4 * sizeof(void*), "slots keep their place");
 
 /// The third argument of ParserFunctionsVtable::parse.
 enum ParseMode { ParseText = 0, ParseQuickText = 1, ParseBinary = 2 };
@@ -81,7 +78,40 @@ struct Vtables {
     /// Drops every table, the library table last, and tells the engine to exit on the way.
     void exit();
 };
-static_assert(sizeof(Vtables) == 40, "the engine writes five pointers");
+
+// Engines were built with these places.
+#define ZANT_SLOT(table, slot, number) \
+    static_assert(offsetof(table, slot) == (number) * sizeof(void*), #table "::" #slot " keeps its place")
+ZANT_SLOT(LibraryFunctionsVtable, exit, 0);
+ZANT_SLOT(LibraryFunctionsVtable, createInstance, 1);
+ZANT_SLOT(LibraryFunctionsVtable, destroyInstance, 2);
+ZANT_SLOT(LibraryFunctionsVtable, getInfoInt, 3);
+ZANT_SLOT(LibraryFunctionsVtable, getInfoString, 4);
+ZANT_SLOT(LibraryFunctionsVtable, sendBackEvent, 5);
+ZANT_SLOT(LibraryFunctionsVtable, setPlatformOption, 9);
+ZANT_SLOT(MTFunctionsVtable, runJob, 1);
+ZANT_SLOT(MTFunctionsVtable, createJob, 2);
+ZANT_SLOT(MTFunctionsVtable, destroyJob, 3);
+ZANT_SLOT(MTFunctionsVtable, createMutex, 4);
+ZANT_SLOT(MTFunctionsVtable, mutexOp, 5);
+ZANT_SLOT(MTFunctionsVtable, destroyMutex, 6);
+ZANT_SLOT(BitmapFunctionsVtable, linkBitmap, 0);
+ZANT_SLOT(BitmapFunctionsVtable, setSharedMemory, 1);
+ZANT_SLOT(RaytraceFunctionsVtable, createContext, 0);
+ZANT_SLOT(RaytraceFunctionsVtable, destroyContext, 1);
+ZANT_SLOT(RaytraceFunctionsVtable, setupBuffers, 2);
+ZANT_SLOT(RaytraceFunctionsVtable, describeBuffer, 3);
+ZANT_SLOT(RaytraceFunctionsVtable, getBlock, 4);
+ZANT_SLOT(ParserFunctionsVtable, findObject, 0);
+ZANT_SLOT(ParserFunctionsVtable, parse, 1);
+ZANT_SLOT(ParserFunctionsVtable, getValue, 4);
+ZANT_SLOT(ParserFunctionsVtable, setValue, 5);
+ZANT_SLOT(Vtables, library, 0);
+ZANT_SLOT(Vtables, mt, 1);
+ZANT_SLOT(Vtables, bitmap, 2);
+ZANT_SLOT(Vtables, raytrace, 3);
+ZANT_SLOT(Vtables, parser, 4);
+#undef ZANT_SLOT
 
 }  // namespace Zant
 

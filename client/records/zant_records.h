@@ -89,6 +89,7 @@ typedef struct ZantTextStorage {
     char* text;    /* in: the storage; out: the delivered text, or null when it did not fit or there is none */
     size_t length; /* in: the capacity in bytes; out: the length that the text needs, without its terminator */
 } ZantTextStorage;
+ZANT_ASSERT_LAYOUT(ZantTextStorage, offsetof(ZantTextStorage, length) == 8);
 
 /* The value in an exchange record; its code says which member it is. */
 typedef union ZantExchangeValue {

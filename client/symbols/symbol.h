@@ -18,6 +18,9 @@ struct ZantSymbolCore {
     uint64_t handle;              ///< the engine's handle of the object; 0 while the symbol is not linked
     uint64_t registered;          ///< written by the engine at registration; non-zero when it knows the object
 };
+static_assert(offsetof(ZantSymbolCore, buffer) == 128 && offsetof(ZantSymbolCore, handle) == 136 &&
+                  offsetof(ZantSymbolCore, registered) == 144,
+              "the stride and the fields of symbols in lists");
 
 namespace Zant {
 
