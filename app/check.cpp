@@ -17,13 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Options {
-    bool json = false;
-    bool includes = false;
-    bool symbols = false;
-    std::vector<std::string> files;
-};
-
 /// Files that include each other deeper than this are refused by the engine.
 constexpr size_t deepest = 16;
 
@@ -37,7 +30,7 @@ fs::path locate(const std::string& name, const std::string& includer) {
 /// Checks files, and when asked those that they include, then each file once.
 class Checker {
 public:
-    explicit Checker(const Options& chosen) : options(chosen) {}
+    explicit Checker(const CheckOptions& chosen) : options(chosen) {}
 
     bool checkAll() {
         for (const std::string& name : options.files)
@@ -109,7 +102,7 @@ private:
     }
     static void tell(const std::string& line) { fmt::print("{}\n", shown(line)); }
 
-    const Options& options;
+    const CheckOptions& options;
     bool fine = true;
     size_t mistakes = 0;      // of the file that is being checked
     std::set<fs::path> open;  // files that are being checked, one inside the other
@@ -119,17 +112,8 @@ private:
 
 }  // namespace
 
-void addCheck(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("check", "Name every command that the vocabulary does not have");
-    auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json,
-                      "Write each mistake as a JSON object on a line of its own, nothing else");
-    command->add_flag("--includes", options->includes, "Check the files of 'include' commands as well, each once");
-    command->add_flag(
-        "--symbols", options->symbols,
-        "Follow the names as well: undeclared, deleted, of another kind. Files share them, in their order");
-    command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
-    command->callback([options, &exitCode] { exitCode = Checker(*options).checkAll() ? Fine : InputHasErrors; });
+int check(const CheckOptions& options) {
+    return Checker(options).checkAll() ? Fine : InputHasErrors;
 }
 
 }  // namespace Zant::App

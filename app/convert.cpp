@@ -9,12 +9,6 @@
 namespace Zant::App {
 namespace {
 
-struct Options {
-    std::string encoding;
-    std::string output;
-    std::vector<std::string> files;
-};
-
 /// Numbers that text cannot hold, and where the first of them stands.
 struct Changes {
     size_t count = 0;
@@ -35,7 +29,7 @@ struct Changes {
 /// Writes commands in one encoding.
 class Converter {
 public:
-    explicit Converter(const Options& options)
+    explicit Converter(const ConvertOptions& options)
         : out(options.output),
           binary(options.encoding == "binary"),
           text(options.encoding == "quick" ? TextWriter::Form::Quick : TextWriter::Form::Plain) {}
@@ -83,7 +77,9 @@ private:
     BinaryWriter block;
 };
 
-int convert(const Options& options) {
+}  // namespace
+
+int convert(const ConvertOptions& options) {
     Converter converter(options);
     const Outcome outcome =
         readAll(options.files, [&](const std::string& name) { return converter.convertFile(name); });
@@ -91,19 +87,6 @@ int convert(const Options& options) {
     const bool losing = outcome == Outcome::HasMistakes && isOneOf(options.output, options.files);
     converter.end(outcome != Outcome::Unreadable && !losing);
     return outcome == Outcome::Fine && converter.isExact() ? Fine : InputHasErrors;
-}
-
-}  // namespace
-
-void addConvert(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("convert", "Write commands in another encoding");
-    auto options = std::make_shared<Options>();
-    command->add_option("--to", options->encoding, "Encoding to write")
-        ->required()
-        ->check(CLI::IsMember({"text", "quick", "binary"}));
-    command->add_option("-o,--output", options->output, "File to write (default: standard output)");
-    command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
-    command->callback([options, &exitCode] { exitCode = convert(*options); });
 }
 
 }  // namespace Zant::App

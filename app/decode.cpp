@@ -34,15 +34,10 @@ std::string show(const Command& command, const Value& value, size_t item) {
     }
 }
 
-struct Options {
-    std::string output;
-    std::vector<std::string> files;
-};
-
 /// Shows commands one after the other, each with its items on lines of their own.
 class Decoder {
 public:
-    explicit Decoder(const Options& options) : out(options.output) {}
+    explicit Decoder(const DecodeOptions& options) : out(options.output) {}
 
     bool decodeFile(const std::string& name) {
         CommandFile file(name);
@@ -86,22 +81,14 @@ private:
     TextWriter writer;
 };
 
-int decode(const Options& options) {
+}  // namespace
+
+int decode(const DecodeOptions& options) {
     refuseToReplace(options.files, options.output);
     Decoder decoder(options);
     const Outcome outcome = readAll(options.files, [&](const std::string& name) { return decoder.decodeFile(name); });
     decoder.end(outcome != Outcome::Unreadable);
     return outcome == Outcome::Fine ? Fine : InputHasErrors;
-}
-
-}  // namespace
-
-void addDecode(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("decode", "Show commands of any encoding, item by item");
-    auto options = std::make_shared<Options>();
-    command->add_option("-o,--output", options->output, "File to write (default: standard output)");
-    command->add_option("FILE", options->files, "Command files in any encoding; - is standard input")->required();
-    command->callback([options, &exitCode] { exitCode = decode(*options); });
 }
 
 }  // namespace Zant::App

@@ -1,6 +1,7 @@
 // zant forms: a command's forms with the function names.
 
 #include <fmt/core.h>
+#include <fmt/ranges.h>
 
 #include "app/findings.h"
 #include "app/program.h"
@@ -16,11 +17,6 @@ constexpr const char* letters =
     "takes "
     "wide strings\n";
 
-struct Options {
-    bool json = false;
-    std::vector<std::string> words;
-};
-
 int explainNothing(const std::string& asked) {
     const char* nearest = nearestCommandWord(asked);
     const std::string suggestion = nearest ? fmt::format(", did you mean '{}'?", nearest) : "";
@@ -28,11 +24,13 @@ int explainNothing(const std::string& asked) {
     return InputHasErrors;
 }
 
-int showForms(const Options& options) {
-    const std::string asked = CLI::detail::join(options.words, " ");
-    const auto forms = findForms(asked);
-    if (forms.empty()) return explainNothing(asked);
-    for (const Form* form : forms) {
+}  // namespace
+
+int forms(const FormsOptions& options) {
+    const std::string asked = fmt::format("{}", fmt::join(options.words, " "));
+    const auto found = findForms(asked);
+    if (found.empty()) return explainNothing(asked);
+    for (const Form* form : found) {
         if (options.json) {
             fmt::print("{}\n", formAsJson(*form));
             continue;
@@ -41,21 +39,8 @@ int showForms(const Options& options) {
         if (form->wideFunction) fmt::print("  {}", form->wideFunction);
         fmt::print("\n");
     }
-    if (!options.json) fmt::print("\n{}. {}", counted(forms.size(), "form"), letters);
+    if (!options.json) fmt::print("\n{}. {}", counted(found.size(), "form"), letters);
     return Fine;
-}
-
-}  // namespace
-
-void addForms(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("forms", "Show a command's forms with the function names");
-    auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Write each form as a JSON object on a line of its own, nothing else");
-    command
-        ->add_option("WORD", options->words,
-                     "A command word or its number, with or without keywords; a keyword; a part of a function name")
-        ->required();
-    command->callback([options, &exitCode] { exitCode = showForms(*options); });
 }
 
 }  // namespace Zant::App

@@ -175,22 +175,13 @@ ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limi
     return finding;
 }
 
-void addProbe(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("probe", "Say, step by step, why an engine loads or does not");
-    command->footer("Exit codes: 0 it loads, 1 it loads but lacks what a client calls, 3 it does not load.");
-    auto directory = std::make_shared<std::string>();
-    auto limit = std::make_shared<int>(static_cast<int>(defaultProbeLimit.count()));
-    command->add_option("DIR", *directory, "Directory of the engine file, with its final separator")->required();
-    command->add_option("--time-limit", *limit, "Seconds after which an engine that hangs is ended")
-        ->check(CLI::Range(1, 86400))
-        ->capture_default_str();
-    command->callback([directory, limit, &exitCode] {
-        const ProbeFinding finding = probeEngine(*directory, std::chrono::seconds(*limit), [](std::string_view piece) {
-            fmt::print("{}", piece);
-            std::fflush(stdout);
-        });
-        exitCode = finding.complete ? Fine : finding.loads ? InputHasErrors : EngineNotLoaded;
-    });
+int probe(const ProbeOptions& options) {
+    const auto show = [](std::string_view piece) {
+        fmt::print("{}", piece);
+        std::fflush(stdout);
+    };
+    const ProbeFinding finding = probeEngine(options.directory, std::chrono::seconds(options.timeLimit), show);
+    return finding.complete ? Fine : finding.loads ? InputHasErrors : EngineNotLoaded;
 }
 
 }  // namespace Zant::App

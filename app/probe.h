@@ -15,12 +15,10 @@ struct ProbeFinding {
     bool complete;     ///< it loads, and nothing that a client calls is missing
 };
 
-constexpr std::chrono::seconds defaultProbeLimit{10};
-
 /// Opens the engine of a directory in a process of its own, every symbol bound at once: an engine that crashes, hangs
 /// or ends the process takes that process with it and becomes a finding. What it shows goes to `output` as it comes.
 /// Throws std::runtime_error when no process can be started.
-ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limit = defaultProbeLimit,
+ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limit = std::chrono::seconds(10),
                          const TakeOutput& output = nullptr);
 
 }  // namespace Zant::App

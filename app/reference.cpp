@@ -221,7 +221,11 @@ void writeOverview(const std::filesystem::path& directory, const std::vector<std
     page.finish();
 }
 
-int writeReference(const std::filesystem::path& directory, const Declarations& declarations) {
+}  // namespace
+
+int reference(const ReferenceOptions& options) {
+    const std::filesystem::path directory = options.directory;
+    const Declarations declarations = options.header.empty() ? Declarations() : Declarations(options.header);
     std::error_code failure;
     std::filesystem::create_directories(directory, failure);
     if (failure) throw OutputError(directory.string() + ": cannot be made: " + failure.message());
@@ -240,19 +244,6 @@ int writeReference(const std::filesystem::path& directory, const Declarations& d
     writeOverview(directory, groups, commands.size());
     fmt::print("{}\n", counted(commands.size(), "command word"));
     return Fine;
-}
-
-}  // namespace
-
-void addReference(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("reference", "Write the vocabulary as pages for Doxygen");
-    auto directory = std::make_shared<std::string>();
-    command->add_option("DIR", *directory, "Directory to write to, made when it is missing")->required();
-    auto header = std::make_shared<std::string>();
-    command->add_option("--header", *header, "The header protos.h: its declarations stand on the pages as well");
-    command->callback([directory, header, &exitCode] {
-        exitCode = writeReference(*directory, header->empty() ? Declarations() : Declarations(*header));
-    });
 }
 
 }  // namespace Zant::App

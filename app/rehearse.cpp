@@ -23,17 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A function that hosts call in the plug-in.
-struct Hook {
-    std::string name;
-    bool named = false;  ///< by the user, and so it must exist
-};
-
-struct Options {
-    std::string plugin;
-    std::string engine;
-    Hook start{"zantPluginStart"}, work{"zantPluginWork"}, stop{"zantPluginStop"};
-    int limit = 30;
+struct Rehearsed : RehearseOptions {
     fs::path folder;  ///< of this run alone
 };
 
@@ -50,7 +40,7 @@ struct EndsEarly {
 /// An open plug-in.
 class Plugin {
 public:
-    Plugin(const Options& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options(rehearsed) {
+    Plugin(const Rehearsed& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options(rehearsed) {
         tellParent("the plug-in was opened");
         handle = dlopen(file.c_str(), RTLD_NOW | scope);
         if (handle) return;
@@ -81,12 +71,12 @@ private:
         if (auto* function = find<void (*)()>(hook)) function();
     }
 
-    const Options& options;
+    const Rehearsed& options;
     void* handle;
 };
 
 /// Says which of the hooks are there.
-void lookForHooks(const Options& options) {
+void lookForHooks(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
     bool any = false, missing = false;
     for (const Hook* hook : {&options.start, &options.work, &options.stop}) {
@@ -104,36 +94,36 @@ void live(const Plugin& plugin) {
     plugin.stop();
 }
 
-void openAndClose(const Options& options) {
+void openAndClose(const Rehearsed& options) {
     Plugin(options, options.plugin).close();
 }
 
-void wholeLife(const Options& options) {
+void wholeLife(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
     live(plugin);
     plugin.close();
 }
 
-void threeLives(const Options& options) {
+void threeLives(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
     for (int i = 0; i < 3; ++i)
         live(plugin);
     plugin.close();
 }
 
-void reopened(const Options& options) {
+void reopened(const Rehearsed& options) {
     wholeLife(options);
     wholeLife(options);
 }
 
-void globalScope(const Options& options) {
+void globalScope(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin, RTLD_GLOBAL);
     live(plugin);
     plugin.close();
 }
 
 /// Another plug-in with the same code: the platform would open the same file only once.
-void twoCopies(const Options& options, int scope) {
+void twoCopies(const Rehearsed& options, int scope) {
     const fs::path other = options.folder / "copy.so";
     fs::copy_file(options.plugin, other, fs::copy_options::overwrite_existing);
     const Plugin first(options, options.plugin, scope);
@@ -148,28 +138,28 @@ void twoCopies(const Options& options, int scope) {
     second.close();
 }
 
-void twoLocalCopies(const Options& options) {
+void twoLocalCopies(const Rehearsed& options) {
     twoCopies(options, RTLD_LOCAL);
 }
 
-void twoGlobalCopies(const Options& options) {
+void twoGlobalCopies(const Rehearsed& options) {
     twoCopies(options, RTLD_GLOBAL);
 }
 
-void foreignDirectory(const Options& options) {
+void foreignDirectory(const Rehearsed& options) {
     const fs::path directory = options.folder / fs::u8path("zänt rehearsal");
     fs::create_directory(directory);
     fs::current_path(directory);
     wholeLife(options);
 }
 
-void commaLocale(const Options& options) {
+void commaLocale(const Rehearsed& options) {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"})
         if (std::setlocale(LC_ALL, name)) return wholeLife(options);
     throw EndsEarly{NotPossibleHere};
 }
 
-void otherThread(const Options& options) {
+void otherThread(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
     std::thread([&] { plugin.start(); }).join();
     std::thread([&] { plugin.work(); }).join();
@@ -177,20 +167,20 @@ void otherThread(const Options& options) {
     plugin.close();
 }
 
-void exitWithoutStop(const Options& options) {
+void exitWithoutStop(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
     plugin.start();
     plugin.work();
 }
 
-void closedWithoutStop(const Options& options) {
+void closedWithoutStop(const Rehearsed& options) {
     exitWithoutStop(options);
     Plugin(options, options.plugin).close();
 }
 
 struct Rehearsal {
     const char* name;
-    void (*act)(const Options&);
+    void (*act)(const Rehearsed&);
     const char* advice = nullptr;  ///< where trouble has a usual reason
 };
 
@@ -211,7 +201,7 @@ constexpr Rehearsal rehearsals[] = {
     {"closed without stop, then process exit", closedWithoutStop},
 };
 
-int actOf(const Rehearsal& rehearsal, const Options& options, const fs::path& watch) {
+int actOf(const Rehearsal& rehearsal, const Rehearsed& options, const fs::path& watch) {
     setenv("ZANT_LOOPBACK_WATCH", watch.c_str(), 1);
     try {
         rehearsal.act(options);
@@ -258,10 +248,10 @@ void relay(std::string_view text) {
 }
 
 /// @return whether all went well.
-bool rehearse(const Rehearsal& rehearsal, const Options& options, const StopSignals& signals) {
+bool rehearse(const Rehearsal& rehearsal, const Rehearsed& options, const StopSignals& signals) {
     const fs::path watch = options.folder / "watch.txt";
     fs::remove(watch);
-    const ChildRules rules{std::chrono::seconds(options.limit), true, signals.flag()};
+    const ChildRules rules{std::chrono::seconds(options.timeLimit), true, signals.flag()};
     const ChildEnd end = runInChild([&] { return actOf(rehearsal, options, watch); }, rules, relay);
     if (signals.received()) return false;
     if (wasLeftOut(end)) {
@@ -275,13 +265,13 @@ bool rehearse(const Rehearsal& rehearsal, const Options& options, const StopSign
 }
 
 /// Whether the plug-in's file can be one, and has the hooks. Otherwise nothing would be rehearsed.
-bool isRehearsable(const Options& options, const StopSignals& signals) {
+bool isRehearsable(const Rehearsed& options, const StopSignals& signals) {
     const std::string fault = lookAtLibraryFile(options.plugin).fault;
     if (!fault.empty()) fmt::print("{}: {}\n", options.plugin, fault);
     return fault.empty() && rehearse(hooks, options, signals);
 }
 
-bool rehearseIn(Options options, const StopSignals& signals) {
+bool rehearseIn(Rehearsed options, const StopSignals& signals) {
     const Testkit::TemporaryFolder folder;
     options.folder = folder.name();
     bool fine = isRehearsable(options, signals);
@@ -291,36 +281,17 @@ bool rehearseIn(Options options, const StopSignals& signals) {
     return fine;
 }
 
-int rehearseAll(Options options) {
-    options.plugin = fs::absolute(options.plugin).string();
-    if (options.engine.empty()) options.engine = loopbackDirectory();
+}  // namespace
+
+int rehearse(const RehearseOptions& options) {
+    Rehearsed rehearsed{options, {}};
+    rehearsed.plugin = fs::absolute(options.plugin).string();
+    if (options.engine.empty()) rehearsed.engine = loopbackDirectory();
     StopSignals signals;
-    const bool fine = rehearseIn(options, signals);
+    const bool fine = rehearseIn(rehearsed, signals);
     signals.passOn();
     fmt::print("{}\n", fine ? "nothing found" : "see above");
     return fine ? Fine : InputHasErrors;
-}
-
-}  // namespace
-
-void addRehearse(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("rehearse", "Do to a plug-in what hosts do, and tell what went wrong");
-    command->footer("A hook that is named must exist; of the default ones, those are called that are there.");
-    auto options = std::make_shared<Options>();
-    command->add_option("PLUGIN", options->plugin, "The plug-in's file")->required();
-    command->add_option("--engine", options->engine, "Directory given to the start hook (default: loopback engine)");
-    const auto addHook = [&](const char* name, Hook& hook, const char* description) {
-        command->add_option(name, hook.name, description)->capture_default_str()->each([&hook](const std::string&) {
-            hook.named = true;
-        });
-    };
-    addHook("--start", options->start, "int hook(const char* engineDirectory), 0 for failure");
-    addHook("--work", options->work, "void hook(void), called between start and stop");
-    addHook("--stop", options->stop, "void hook(void)");
-    command->add_option("--time-limit", options->limit, "Seconds after which a rehearsal that hangs is ended")
-        ->check(CLI::Range(1, 86400))
-        ->capture_default_str();
-    command->callback([options, &exitCode] { exitCode = rehearseAll(*options); });
 }
 
 }  // namespace Zant::App

@@ -20,12 +20,6 @@ namespace {
 
 constexpr size_t lastCommands = 20;
 
-struct Options {
-    std::string engine;
-    std::string output;
-    std::vector<std::string> files;
-};
-
 std::string versions() {
     utsname system{};
     uname(&system);
@@ -52,7 +46,9 @@ bool addLastOf(const std::string& name, std::string& report) {
     return mistakes == 0;
 }
 
-int report(const Options& options) {
+}  // namespace
+
+int report(const ReportOptions& options) {
     refuseToReplace(options.files, options.output);
     const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
     const ProbeFinding finding = probeEngine(directory);
@@ -64,17 +60,6 @@ int report(const Options& options) {
     out.write(shown(withoutPaths(text, paths), "\n\t"));
     outcome == Outcome::Unreadable ? out.giveUp() : out.finish();
     return !finding.loads ? EngineNotLoaded : outcome == Outcome::Fine ? Fine : InputHasErrors;
-}
-
-}  // namespace
-
-void addReport(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("report", "Write what a report needs: versions, probe, the last commands");
-    auto options = std::make_shared<Options>();
-    command->add_option("--engine", options->engine, "Directory of the engine file (default: the loopback engine)");
-    command->add_option("-o,--output", options->output, "File to write (default: standard output)");
-    command->add_option("FILE", options->files, "Command files or transcripts whose last commands are shown");
-    command->callback([options, &exitCode] { exitCode = report(*options); });
 }
 
 }  // namespace Zant::App

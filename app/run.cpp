@@ -13,12 +13,6 @@
 namespace Zant::App {
 namespace {
 
-struct Options {
-    std::string engine;
-    std::vector<std::string> files;
-    std::vector<std::string> values;
-};
-
 /// Sends text under the file's own name, so that its includes are looked for beside it.
 bool sendText(const Instance& instance, InputFile& file) {
     bool fine = true;
@@ -65,7 +59,9 @@ bool showValue(const Instance& instance, const std::string& name) {
     return value.has_value();
 }
 
-int run(const Options& options) {
+}  // namespace
+
+int run(const RunOptions& options) {
     const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
     Session session(directory.c_str());
     ConsoleListener console;
@@ -79,20 +75,6 @@ int run(const Options& options) {
     for (const std::string& name : options.values)
         fine &= showValue(*instance, name);
     return fine ? Fine : InputHasErrors;
-}
-
-}  // namespace
-
-void addRun(CLI::App& program, int& exitCode) {
-    auto* command = program.add_subcommand("run", "Drive an engine with command files and show its text");
-    auto options = std::make_shared<Options>();
-    command->add_option("--engine", options->engine, "Directory of the engine file (default: the loopback engine)");
-    command->add_option("--value", options->values, "Read a declared value back when the files are done (repeatable)")
-        ->allow_extra_args(false);
-    command
-        ->add_option("FILE", options->files, "Command files in any encoding, sent in this order; - is standard input")
-        ->required();
-    command->callback([options, &exitCode] { exitCode = run(*options); });
 }
 
 }  // namespace Zant::App
