@@ -12,11 +12,12 @@ foreach(folder IN LISTS folders)
     list(APPEND headers ${found})
 endforeach()
 list(FILTER headers EXCLUDE REGEX "/generator/")
-if(TARGET loopback)
-    list(APPEND headers loopback/rayrecords.h)  # for hosts that write rays in their tests
-endif()
 
 list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
+if(TARGET loopback)
+    list(APPEND headers loopback/rayrecords.h)  # for hosts that write rays in their tests
+    list(APPEND sources ${PROJECT_SOURCE_DIR}/engines/loopback/rayrecords.h)
+endif()
 list(APPEND headers client/protos/protos.h zant.h)
 list(APPEND sources ${PROJECT_BINARY_DIR}/generated/client/protos/protos.h ${PROJECT_SOURCE_DIR}/cmake/zant.h)
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/headers.cmake CONTENT

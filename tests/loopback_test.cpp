@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "client/zant.h"
+#include "engines/loopback/rayrecords.h"
 #include "language/writer.h"
-#include "loopback/rayrecords.h"
 #include "loopbackhost.h"
 
 namespace Zant::Tests {

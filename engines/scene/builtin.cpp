@@ -1,0 +1,122 @@
+#include "engines/scene/builtin.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace Zant::Engine {
+namespace {
+
+int selectorOf(const ZantEventData& event) {
+    int selector = 0;
+    std::memcpy(&selector, &event.text, sizeof selector);
+    return selector;
+}
+
+template <class Detail>
+Detail* detailOf(const ZantEventData& event) {
+    return reinterpret_cast<Detail*>(event.value);
+}
+
+void allocate(_ZantEventTextBufferData* storage) {
+    if (storage) storage->text = storage->buffer = static_cast<char*>(std::calloc(storage->size + 1, 1));
+}
+
+void release(_ZantEventTextBufferData* storage) {
+    if (!storage) return;
+    std::free(storage->buffer);
+    storage->buffer = nullptr;
+}
+
+void* newHandle(std::atomic<uintptr_t>& last) {
+    return reinterpret_cast<void*>(last += 16);
+}
+
+}  // namespace
+
+int BuiltIn::serve(ZantEventData& event) {
+    switch (event.kind) {
+        case EventCreateTextStream:
+        case EventDestroyTextStream:
+        case EventTextLine:
+        case EventTextNewLine:
+        case EventGetTextLine:
+        case EventGetTextFlags:
+        case EventAllocTextBuffer:
+        case EventFreeTextBuffer:
+            serveText(event);
+            return 1;
+        default:
+            break;
+    }
+    if (event.kind < EventSetPixels || event.kind > EventFreeTextBuffer) return 0;
+    serveWindow(event);
+    return 1;
+}
+
+// One line of the standard input, without its end.
+char* BuiltIn::readLine() {
+    if (!std::fgets(line_, sizeof line_, stdin)) return nullptr;
+    line_[std::strcspn(line_, "\r\n")] = 0;
+    return line_;
+}
+
+void BuiltIn::serveText(ZantEventData& event) {
+    switch (event.kind) {
+        case EventCreateTextStream:
+            ++streams_;
+            event.handle = newHandle(lastHandle_);
+            break;
+        case EventDestroyTextStream:
+            --streams_;
+            break;
+        case EventTextLine:
+            std::fputs(event.text ? event.text : "", stdout);
+            break;
+        case EventTextNewLine:
+            std::fputc('\n', stdout);
+            std::fflush(stdout);
+            break;
+        case EventGetTextLine:
+            if (auto* answer = detailOf<_ZantEventTextBufferData>(event)) answer->text = readLine();
+            break;
+        case EventAllocTextBuffer:
+            allocate(detailOf<_ZantEventTextBufferData>(event));
+            break;
+        case EventFreeTextBuffer:
+            release(detailOf<_ZantEventTextBufferData>(event));
+            break;
+        default:
+            event.value = 0;  // no flags
+    }
+}
+
+void BuiltIn::serveWindow(ZantEventData& event) {
+    switch (event.kind) {
+        case EventCreateWindow:
+            ++windows_;
+            event.handle = newHandle(lastHandle_);
+            break;
+        case EventDestroyWindow:
+            --windows_;
+            break;
+        case EventSetWindowFlags:
+            if (selectorOf(event) == 0) windowFlags_ = static_cast<int>(event.value);
+            break;
+        case EventGetWindowFlags:
+            if (selectorOf(event) == 0) event.value = windowFlags_;
+            if (selectorOf(event) == 1) event.value = 0;
+            break;
+        case EventGetMousePosition:
+        case EventGetMouseRawPosition:
+            if (auto* detail = detailOf<_ZantEventMousePosition>(event)) detail->position[0] = detail->position[1] = 0;
+            break;
+        case EventGetKey:
+            if (auto* key = detailOf<_ZantEventKey>(event)) key->present = 0;
+            break;
+        default:
+            break;  // pixels, sizes and titles are shown to nobody
+    }
+}
+
+}  // namespace Zant::Engine

@@ -1,0 +1,24 @@
+#ifndef ZANT_ENGINES_SCENE_SETTINGS_H
+#define ZANT_ENGINES_SCENE_SETTINGS_H
+
+#include <string>
+
+#include "engines/scene/faults.h"
+#include "language/writer.h"
+
+namespace Zant::Engine {
+
+/// What is asked of an engine, for as long as it has hosts.
+struct Settings {
+    bool doubleVertexMaps = false;                             ///< vertex maps hold doubles instead of floats
+    std::string transcript;                                    ///< file of the commands that were carried out
+    TextWriter::Numbers numbers = TextWriter::Numbers::Exact;  ///< how the transcript writes them
+    bool symbols = false;                                      ///< names are followed, and wrong ones refused
+    std::string summary;                                       ///< file of the forms that were taken without effect
+    std::string watch;                                         ///< file of the calls that the contract forbids
+    Faults faults;
+};
+
+}  // namespace Zant::Engine
+
+#endif
