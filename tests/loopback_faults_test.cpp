@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <functional>
 #include <thread>
 #include <vector>
 
@@ -162,8 +163,50 @@ TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
     EXPECT_EQ(file.content(),
               "parse: the parser context is no longer alive\nparse: the parser context does not belong to this engine\n"
               "getValue: the parser context is no longer alive\ndestroyInstance: the instance is no longer alive\n"
-              "createContext: the instance is no longer alive\nmutexOp: the mutex is not alive\n"
-              "destroyJob: the job context is not alive\n");
+              "createContext: the instance is no longer alive\nmutexOp: the mutex does not belong to this engine\n"
+              "destroyJob: the job context does not belong to this engine\n");
+}
+
+// An address would be used again at once: the old handle would reach what came after it.
+TEST(LoopbackWatch, TellsWhatIsGoneFromWhatCameAfterIt) {
+    const TemporaryFile file;
+    const Environment environment{{"ZANT_LOOPBACK_WATCH", file.name()}};
+    Host host;
+    const Vtables& tables = host.library.vtables;
+    const size_t dims[3] = {1, 1, 1};
+    const struct {
+        int count;
+        std::function<void*()> create;
+        void (*destroy)(void*);
+        std::function<void(void*)> use;
+        const char* complaints;
+    } rows[] = {
+        {5, [&] { return tables.mt->createJob(nullptr); }, tables.mt->destroyJob,
+         [&](void* job) {
+             tables.mt->runJob(
+                 job, dims, 1, [](const size_t*, int, void*) {}, nullptr);
+         },
+         "runJob: the job context is no longer alive\ndestroyJob: the job context is no longer alive\n"},
+        {6, [&] { return tables.mt->createMutex(nullptr, nullptr, nullptr); }, tables.mt->destroyMutex,
+         [&](void* mutex) { tables.mt->mutexOp(mutex, 1, 0) && tables.mt->mutexOp(mutex, -1, 0); },
+         "mutexOp: the mutex is no longer alive\ndestroyMutex: the mutex is no longer alive\n"},
+        {7, [&] { return tables.raytrace->createContext(host.instance->engineInstance); },
+         tables.raytrace->destroyContext, [&](void* rays) { tables.raytrace->setupBuffers(rays, dims); },
+         "setupBuffers: the ray context is no longer alive\ndestroyContext: the ray context is no longer alive\n"},
+    };
+    std::string complaints;
+    for (const auto& row : rows) {
+        void* const gone = row.create();
+        row.destroy(gone);
+        void* const next = row.create();
+        row.use(gone);
+        row.destroy(gone);
+        row.use(next);
+        row.destroy(nullptr);
+        EXPECT_EQ(host.library.getInfoInt(row.count), 1) << row.complaints;
+        row.destroy(next);
+        EXPECT_EQ(file.content(), complaints += row.complaints);
+    }
 }
 
 TEST(LoopbackWatch, NotesCallsAfterTheEngineHasExited) {

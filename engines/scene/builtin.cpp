@@ -3,6 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+
+#include "engines/scene/handles.h"
 
 namespace Zant::Engine {
 namespace {
@@ -28,10 +31,6 @@ void release(_ZantEventTextBufferData* storage) {
     storage->buffer = nullptr;
 }
 
-void* newHandle(std::atomic<uintptr_t>& last) {
-    return reinterpret_cast<void*>(last += 16);
-}
-
 }  // namespace
 
 int BuiltIn::serve(ZantEventData& event) {
@@ -54,6 +53,11 @@ int BuiltIn::serve(ZantEventData& event) {
     return 1;
 }
 
+void BuiltIn::close() {
+    streams_.takeAll();
+    windows_.takeAll();
+}
+
 // One line of the standard input, without its end.
 char* BuiltIn::readLine() {
     if (!std::fgets(line_, sizeof line_, stdin)) return nullptr;
@@ -64,11 +68,10 @@ char* BuiltIn::readLine() {
 void BuiltIn::serveText(ZantEventData& event) {
     switch (event.kind) {
         case EventCreateTextStream:
-            ++streams_;
-            event.handle = newHandle(lastHandle_);
+            event.handle = makeHandle(HandleTag::TextStream, streams_.add(std::make_shared<TextStream>()));
             break;
         case EventDestroyTextStream:
-            --streams_;
+            streams_.take(handleNumber(HandleTag::TextStream, event.handle));
             break;
         case EventTextLine:
             std::fputs(event.text ? event.text : "", stdout);
@@ -92,19 +95,20 @@ void BuiltIn::serveText(ZantEventData& event) {
 }
 
 void BuiltIn::serveWindow(ZantEventData& event) {
+    const uint64_t number = handleNumber(HandleTag::Window, event.handle);
+    const auto window = windows_.find(number);
     switch (event.kind) {
         case EventCreateWindow:
-            ++windows_;
-            event.handle = newHandle(lastHandle_);
+            event.handle = makeHandle(HandleTag::Window, windows_.add(std::make_shared<Window>()));
             break;
         case EventDestroyWindow:
-            --windows_;
+            windows_.take(number);
             break;
         case EventSetWindowFlags:
-            if (selectorOf(event) == 0) windowFlags_ = static_cast<int>(event.value);
+            if (window && selectorOf(event) == 0) window->flags = static_cast<int>(event.value);
             break;
         case EventGetWindowFlags:
-            if (selectorOf(event) == 0) event.value = windowFlags_;
+            if (selectorOf(event) == 0) event.value = window ? window->flags.load() : 0;
             if (selectorOf(event) == 1) event.value = 0;
             break;
         case EventGetMousePosition:

@@ -6,18 +6,30 @@
 namespace Zant::Engine {
 
 /// The handles that the host holds are numbers in the shape of pointers, never addresses and never used twice: a handle
-/// that is no longer alive is recognised without touching memory that is gone. The low three bits tell what it is a
-/// handle of; an address of the engine's memory, such as that of a vertex map, has them all clear.
-enum class HandleTag : uint64_t { Instance = 1, Parser = 3, Object = 5, RayContext = 7 };
+/// that is no longer alive is recognised without touching memory that is gone. The low four bits tell what it is a
+/// handle of; the address of a vertex map's record, the one exception, has them all clear.
+enum class HandleTag : uint64_t {
+    Instance = 1,
+    Parser = 2,
+    Object = 3,
+    RayContext = 4,
+    Job = 5,
+    Mutex = 6,
+    TextStream = 7,
+    Window = 8
+};
+
+constexpr int handleTagBits = 4;
 
 inline void* makeHandle(HandleTag tag, uint64_t number) {
-    return reinterpret_cast<void*>(number << 3 | static_cast<uint64_t>(tag));
+    return reinterpret_cast<void*>(number << handleTagBits | static_cast<uint64_t>(tag));
 }
 
-/// The number behind a handle of the given kind, 0 for any other pointer.
+/// The number in a handle of the given kind, 0 for any other pointer.
 inline uint64_t handleNumber(HandleTag tag, const void* handle) {
+    constexpr uint64_t tagMask = (uint64_t{1} << handleTagBits) - 1;
     const auto word = reinterpret_cast<uint64_t>(handle);
-    return (word & 7) == static_cast<uint64_t>(tag) ? word >> 3 : 0;
+    return (word & tagMask) == static_cast<uint64_t>(tag) ? word >> handleTagBits : 0;
 }
 
 /// An object is numbered within its instance.

@@ -5,22 +5,12 @@
 #include <algorithm>
 #include <new>
 #include <utility>
-
-#include "engines/scene/handles.h"
+#include <vector>
 
 namespace Zant::Engine {
 namespace {
 
 constexpr int apiVersion = 3000;
-
-template <class Map, class Key>
-typename Map::mapped_type take(Map& map, const Key& key) {
-    const auto found = map.find(key);
-    if (found == map.end()) return {};
-    typename Map::mapped_type value = std::move(found->second);
-    map.erase(found);
-    return value;
-}
 
 }  // namespace
 
@@ -44,20 +34,19 @@ int Module::enter(const Library* host) {
 }
 
 void Module::exit(int place) {
-    std::map<uint64_t, std::shared_ptr<Scene>> ended;
-    std::map<void*, std::shared_ptr<Job>> joined;  // outside of the lock: a job waits for its threads
+    std::vector<std::shared_ptr<Scene>> ended;
+    std::vector<std::shared_ptr<Job>> joined;  // outside of the lock: a job waits for its threads
     const std::lock_guard lock(mutex_);
     const Library* const host = hosts_[place];
     if (!host) return misuse("exit", "the engine has exited already");
-    reportSurvivors(host);
-    for (auto scene = scenes_.begin(); scene != scenes_.end();) {
-        const bool isOfHost = scene->second->library() == host;
-        if (isOfHost) scene->second->summarise(), ended.insert(*scene);
-        scene = isOfHost ? scenes_.erase(scene) : std::next(scene);
+    ended = scenes_.takeIf([host](const Scene& scene) { return scene.library() == host; });
+    for (const auto& scene : ended) {
+        misuse("exit", "an instance is still alive");
+        scene->summarise();
     }
     hosts_[place] = nullptr;
     if (hasHosts()) return;
-    joined.swap(jobs_);
+    joined = jobs_.takeAll();
     end();
 }
 
@@ -78,15 +67,9 @@ void Module::end() {
     std::exchange(surroundings_.settings, Settings());  // plain assignment would keep the memory of texts
     surroundings_.transcript.close();
     surroundings_.summary.close();
-    rays_.clear();
-    mutexes_.clear();
-    options_.clear();
-}
-
-void Module::reportSurvivors(const Library* host) {
-    for (const auto& [number, scene] : scenes_) {
-        if (scene->library() == host) misuse("exit", "an instance is still alive");
-    }
+    rays_.takeAll();
+    mutexes_.takeAll();
+    builtIn_.close();
 }
 
 // A call after the host has closed the engine's file would otherwise end in memory that is gone.
@@ -137,19 +120,14 @@ const char* Module::infoString(int id) const {
     }
 }
 
-void Module::setOption(const char* name, const char* value) {
-    const std::lock_guard lock(mutex_);
-    options_[name] = value ? value : "";
-}
-
 void* Module::createInstance(Instance* instance) {
     std::unique_lock lock(mutex_);
     if (!hasHosts()) misuse("createInstance", "the engine has exited");
     const Faults& faults = surroundings_.settings.faults;
     if (faults.nullInstance) return nullptr;
-    const uint64_t number = ++lastNumber_;
+    const uint64_t number = scenes_.reserve();
     const auto scene = std::make_shared<Scene>(number, instance, surroundings_);
-    scenes_.emplace(number, scene);
+    scenes_.add(number, scene);
     void* const handle = makeHandle(HandleTag::Instance, number);
     instance->engineInstance = static_cast<ZantLibraryInstance*>(handle);
     instance->parserContext = makeHandle(HandleTag::Parser, number);
@@ -167,94 +145,74 @@ void Module::destroyInstance(const void* handle) {
     if (surroundings_.settings.faults.eventsAtDestruction) scene->text().say("the instance is being destroyed");
     scene->text().close();
     scene->summarise();
-    const std::lock_guard lock(mutex_);
-    scenes_.erase(handleNumber(HandleTag::Instance, handle));
+    scenes_.take(handleNumber(HandleTag::Instance, handle));
 }
 
-std::shared_ptr<Scene> Module::scene(uint64_t number, const char* call, const char* what) {
-    const std::lock_guard lock(mutex_);
-    const auto found = scenes_.find(number);
-    if (found != scenes_.end()) return found->second;
+template <class Item>
+std::shared_ptr<Item> Module::find(const Registry<Item>& registry, uint64_t number, const char* call,
+                                   const char* what) {
+    std::shared_ptr<Item> item = registry.find(number);
+    if (!item) noteMissing(number, call, what);
+    return item;
+}
+
+template <class Item>
+void Module::destroy(Registry<Item>& registry, HandleTag tag, const void* handle, const char* call, const char* what) {
+    const uint64_t number = handleNumber(tag, handle);
+    if (handle && !registry.take(number)) noteMissing(number, call, what);
+}
+
+void Module::noteMissing(uint64_t number, const char* call, const char* what) {
     misuse(call, std::string(what) + (number ? " is no longer alive" : " does not belong to this engine"));
-    return nullptr;
 }
 
 std::shared_ptr<Scene> Module::sceneOfInstance(const void* handle, const char* call) {
-    return scene(handleNumber(HandleTag::Instance, handle), call, "the instance");
+    return find(scenes_, handleNumber(HandleTag::Instance, handle), call, "the instance");
 }
 
 std::shared_ptr<Scene> Module::sceneOfParser(const void* handle, const char* call) {
-    return scene(handleNumber(HandleTag::Parser, handle), call, "the parser context");
+    return find(scenes_, handleNumber(HandleTag::Parser, handle), call, "the parser context");
 }
 
 std::shared_ptr<Scene> Module::sceneOfBitmap(const void* handle, const char* call) {
-    return scene(sceneOfObject(handleNumber(HandleTag::Object, handle)), call, "the instance of the bitmap");
+    return find(scenes_, sceneOfObject(handleNumber(HandleTag::Object, handle)), call, "the instance of the bitmap");
 }
 
 void* Module::createRays(const void* instance) {
     if (!sceneOfInstance(instance, "createContext")) return nullptr;
-    const std::lock_guard lock(mutex_);
-    const uint64_t number = ++lastNumber_;
-    rays_.emplace(number, surroundings_.profile.createRays());
-    return makeHandle(HandleTag::RayContext, number);
+    return makeHandle(HandleTag::RayContext, rays_.add(surroundings_.profile.createRays()));
 }
 
 void Module::destroyRays(const void* handle) {
-    const std::lock_guard lock(mutex_);
-    if (handle && !take(rays_, handleNumber(HandleTag::RayContext, handle))) {
-        misuse("destroyContext", "the ray context is not alive");
-    }
+    destroy(rays_, HandleTag::RayContext, handle, "destroyContext", "the ray context");
 }
 
 std::shared_ptr<RayContext> Module::rays(const void* handle, const char* call) {
-    const std::lock_guard lock(mutex_);
-    const auto found = rays_.find(handleNumber(HandleTag::RayContext, handle));
-    if (found != rays_.end()) return found->second;
-    misuse(call, "the ray context is not alive");
-    return nullptr;
+    return find(rays_, handleNumber(HandleTag::RayContext, handle), call, "the ray context");
 }
 
 void* Module::createJob() {
-    const auto job = std::make_shared<Job>(surroundings_.profile.errorPrefix);
-    const std::lock_guard lock(mutex_);
-    jobs_.emplace(job.get(), job);
-    return job.get();
+    return makeHandle(HandleTag::Job, jobs_.add(std::make_shared<Job>(surroundings_.profile.errorPrefix)));
 }
 
-void Module::destroyJob(void* job) {
-    std::shared_ptr<Job> ended;  // its threads end outside of the lock
-    const std::lock_guard lock(mutex_);
-    ended = take(jobs_, job);
-    if (!ended) misuse("destroyJob", "the job context is not alive");
+void Module::destroyJob(const void* handle) {
+    destroy(jobs_, HandleTag::Job, handle, "destroyJob", "the job context");
 }
 
-std::shared_ptr<Job> Module::job(void* job, const char* call) {
-    const std::lock_guard lock(mutex_);
-    const auto found = jobs_.find(job);
-    if (found != jobs_.end()) return found->second;
-    misuse(call, "the job context is not alive");
-    return nullptr;
+std::shared_ptr<Job> Module::job(const void* handle, const char* call) {
+    return find(jobs_, handleNumber(HandleTag::Job, handle), call, "the job context");
 }
 
 void* Module::createMutex() {
-    auto mutex = std::make_unique<EngineMutex>();
-    void* const handle = mutex.get();
-    const std::lock_guard lock(mutex_);
-    mutexes_.emplace(handle, std::move(mutex));
-    return handle;
+    return makeHandle(HandleTag::Mutex, mutexes_.add(std::make_shared<EngineMutex>()));
 }
 
-void Module::destroyMutex(void* mutex) {
-    const std::lock_guard lock(mutex_);
-    if (mutex && !take(mutexes_, mutex)) misuse("destroyMutex", "the mutex is not alive");
+void Module::destroyMutex(const void* handle) {
+    destroy(mutexes_, HandleTag::Mutex, handle, "destroyMutex", "the mutex");
 }
 
-EngineMutex* Module::mutex(void* mutex) {
-    const std::lock_guard lock(mutex_);
-    const auto found = mutexes_.find(mutex);
-    if (found != mutexes_.end()) return found->second.get();
-    misuse("mutexOp", "the mutex is not alive");
-    return nullptr;
+std::shared_ptr<EngineMutex> Module::mutex(const void* handle, const char* call) {
+    return find(mutexes_, handleNumber(HandleTag::Mutex, handle), call, "the mutex");
 }
 
 void Module::misuse(const char* call, const std::string& what) {

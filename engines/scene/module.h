@@ -1,24 +1,25 @@
 #ifndef ZANT_ENGINES_SCENE_MODULE_H
 #define ZANT_ENGINES_SCENE_MODULE_H
 
-#include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <string>
 
 #include "client/engine/library.h"
 #include "engines/scene/builtin.h"
+#include "engines/scene/handles.h"
 #include "engines/scene/jobs.h"
 #include "engines/scene/mutexes.h"
 #include "engines/scene/profile.h"
+#include "engines/scene/registry.h"
 #include "engines/scene/scene.h"
 
 namespace Zant::Engine {
 
 /// The engine in this process: the hosts that use it, and what is alive. Every operation may be called by any thread.
 ///
-/// A call with a handle that is not alive is noted in the watch file and answered with nothing.
+/// A call with a handle that is not alive is noted in the watch file and answered with nothing; to destroy null is
+/// nothing and not noted. What a handle stands for stays usable while the pointer to it is held.
 class Module {
 public:
     /// More hosts than this share the last place.
@@ -38,14 +39,12 @@ public:
 
     int infoInt(int id);
     const char* infoString(int id) const;
-    void setOption(const char* name, const char* value);
     int serve(ZantEventData& event) { return builtIn_.serve(event); }
 
     /// @return the handle of the new instance, null when it is refused; fills the host's record.
     void* createInstance(Instance* instance);
     void destroyInstance(const void* handle);
 
-    /// What a handle stands for, null when it is not alive. A scene stays usable while the pointer is held.
     std::shared_ptr<Scene> sceneOfInstance(const void* handle, const char* call);
     std::shared_ptr<Scene> sceneOfParser(const void* handle, const char* call);
     std::shared_ptr<Scene> sceneOfBitmap(const void* handle, const char* call);
@@ -55,13 +54,12 @@ public:
     std::shared_ptr<RayContext> rays(const void* handle, const char* call);
 
     void* createJob();
-    void destroyJob(void* job);
-    std::shared_ptr<Job> job(void* job, const char* call);
+    void destroyJob(const void* handle);
+    std::shared_ptr<Job> job(const void* handle, const char* call);
 
     void* createMutex();
-    void destroyMutex(void* mutex);
-    /// Null when the mutex is not alive.
-    EngineMutex* mutex(void* mutex);
+    void destroyMutex(const void* handle);
+    std::shared_ptr<EngineMutex> mutex(const void* handle, const char* call);
 
     /// Notes a call that the contract forbids.
     void misuse(const char* call, const std::string& what);
@@ -72,22 +70,23 @@ private:
     bool hasHosts() const;
     void begin();
     void end();
-    void reportSurvivors(const Library* host);
     void stayInMemory();
-    std::shared_ptr<Scene> scene(uint64_t number, const char* call, const char* what);
+    template <class Item>
+    std::shared_ptr<Item> find(const Registry<Item>& registry, uint64_t number, const char* call, const char* what);
+    template <class Item>
+    void destroy(Registry<Item>& registry, HandleTag tag, const void* handle, const char* call, const char* what);
+    void noteMissing(uint64_t number, const char* call, const char* what);
 
     static Module* only_;
 
-    std::mutex mutex_;
+    std::mutex mutex_;  // guards the hosts and the surroundings
     Scene::Surroundings surroundings_;
     BuiltIn builtIn_;
     const Library* hosts_[mostHosts] = {};
-    uint64_t lastNumber_ = 0;
-    std::map<uint64_t, std::shared_ptr<Scene>> scenes_;
-    std::map<uint64_t, std::shared_ptr<RayContext>> rays_;
-    std::map<void*, std::shared_ptr<Job>> jobs_;
-    std::map<void*, std::unique_ptr<EngineMutex>> mutexes_;
-    std::map<std::string, std::string> options_;
+    Registry<Scene> scenes_;
+    Registry<RayContext> rays_;
+    Registry<Job> jobs_;
+    Registry<EngineMutex> mutexes_;
 };
 
 }  // namespace Zant::Engine

@@ -19,7 +19,9 @@ public:
     bool unlock();
 
 private:
-    bool isMine() const { return owner_ == std::this_thread::get_id(); }
+    // In no order with anything else: a thread asks for its own name only, which no other thread writes.
+    bool isMine() const { return owner_.load(std::memory_order_relaxed) == std::this_thread::get_id(); }
+    void setOwner(std::thread::id owner) { owner_.store(owner, std::memory_order_relaxed); }
 
     std::mutex mutex_;
     std::atomic<std::thread::id> owner_{std::thread::id()};

@@ -51,12 +51,9 @@ int sendBackEvent(ZantLibraryInstance* instance, ZantEventData* event) {
     });
 }
 
-int setPlatformOption(const char* name, const char* value, void*) {
-    return guarded(0, [=] {
-        if (!name) return 0;
-        module().setOption(name, value);
-        return 1;
-    });
+// Every option is taken; none has an effect.
+int setPlatformOption(const char* name, const char*, void*) {
+    return name ? 1 : 0;
 }
 
 template <int... places>
@@ -95,7 +92,7 @@ void* createMutex(void*, void*, void*) {
 
 int mutexOp(void* handle, int operation, int) {
     return guarded(0, [=]() -> int {
-        EngineMutex* const mutex = module().mutex(handle);
+        const auto mutex = module().mutex(handle, "mutexOp");
         if (!mutex) return 0;
         if (operation == 0) return mutex->tryLock();
         const bool done = operation > 0 ? mutex->lock() : mutex->unlock();

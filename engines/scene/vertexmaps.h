@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "client/records/zant_records.h"
+#include "engines/scene/handles.h"
 
 namespace Zant::Engine {
 
@@ -43,7 +44,7 @@ private:
     void store(size_t rows);
     void linkValues();
 
-    ZantVertexMapRecord record_ = {0, nullptr, 0, 1};
+    alignas(1 << handleTagBits) ZantVertexMapRecord record_ = {0, nullptr, 0, 1};
     bool doubles_;
     bool fixedSize_ = false;
     std::vector<float> floatValues_;
