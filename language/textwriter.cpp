@@ -7,7 +7,7 @@
 #include "language/characters.h"
 #include "language/numbers.h"
 #include "language/writer.h"
-#include "own/str2num.h"
+#include "own/numbertext.h"
 
 namespace Zant {
 
@@ -21,9 +21,7 @@ bool isBitwise(const double* values, int count, double wanted) {
 }
 
 size_t clientText(double number, char* out) {
-    size_t room = numberRoom;
-    double_2_sci(number, out, room, 8, 5);
-    return numberRoom - 1 - room;
+    return static_cast<size_t>(writeNumberText(number, out, doubleStyle) - out);
 }
 
 }  // namespace

@@ -5,18 +5,39 @@
 
 #include "own/cxx17.h"
 
+/// The text of a number, written in place. Internal: hosts have TextBuffer, and the formatters in own/str2num.h.
 namespace Zant {
 
-/// Bytes that the quick ways may write to, whatever the length of the text.
-constexpr size_t quickNumberRoom = 32;
+/// How a number reads.
+struct NumberStyle {
+    int decimals;       ///< at most so many
+    int exponentLimit;  ///< beyond this decimal exponent, either way, it is written as mantissa and exponent
+    size_t room;        ///< bytes, the terminator included; at least 1. What does not fit is cut
+};
 
-/// Writes exactly what double_2_sci() writes, terminator included, for the numbers and settings that have a quick way;
-/// scribbles over the rest of the quickNumberRoom bytes at out.
-/// @return the length of the text, or 0 when there is no quick way (then out has no meaning)
-size_t quickNumberText(double x, char* out, int decimals, int maxExp);
+/// A sign, seventeen characters and "e-308".
+constexpr NumberStyle doubleStyle = {8, 5, 23};
+constexpr NumberStyle floatStyle = {5, 4, 14};
 
-/// The same for what int_2_modulo() writes in radix 10 without fill.
-size_t quickNumberText(int v, char* out);
+/// Bytes that a number may scribble over, whatever the length of its text.
+constexpr size_t numberTextRoom = 32;
+
+/// The fast path: the same text, for the numbers and settings that it takes. Scribbles.
+/// @return the place of the terminator, or null when it does not take the number (then out has no meaning)
+char* fastNumberText(double v, char* out, int decimals, int exponentLimit);
+
+/// The general way, in the defined order of operations. Leaves what is behind the terminator.
+/// @return the place of the terminator
+char* generalNumberText(double v, char* out, const NumberStyle& style);
+
+/// Writes v, terminated. Scribbles.
+/// @return the place of the terminator
+inline char* writeNumberText(double v, char* out, const NumberStyle& style) {
+    char* const end = fastNumberText(v, out, style.decimals, style.exponentLimit);
+    return end ? end : generalNumberText(v, out, style);
+}
+
+char* writeNumberText(int v, char* out);
 
 }  // namespace Zant
 

@@ -1,7 +1,6 @@
 #include "own/textbuffer.h"
 
 #include "own/numbertext.h"
-#include "own/str2num.h"
 
 namespace Zant {
 
@@ -21,35 +20,28 @@ size_t lengthOrNone(const char* s) {
 }  // namespace
 
 void TextBuffer::concat(int v) {
-    if (takeQuick([v](char* out) { return quickNumberText(v, out); })) return;
-    char text[quickNumberRoom];
-    size_t room = sizeof text;
-    int_2_modulo(v, text, room, 0, 10);
-    concat(text);
+    concatNumber([v](char* out) { return writeNumberText(v, out); });
 }
 
 void TextBuffer::concat(double v) {
-    concatNumber(v, 23, 8, 5);
+    concatNumber([v](char* out) { return writeNumberText(v, out, doubleStyle); });
 }
 
 void TextBuffer::concat(float v) {
-    concatNumber(static_cast<double>(v), 14, 5, 4);
+    concatNumber([v](char* out) { return writeNumberText(static_cast<double>(v), out, floatStyle); });
 }
 
-void TextBuffer::concatNumber(double v, size_t room, int decimals, int maxExp) {
-    if (takeQuick([=](char* out) { return quickNumberText(v, out, decimals, maxExp); })) return;
-    char text[quickNumberRoom];
-    double_2_sci(v, text, room, decimals, maxExp);
-    concat(text);
-}
-
-// Only where there is room to scribble over: the growth rule goes by the length of a text, which is not known yet.
+// In place only where there is room to scribble over: the growth rule goes by the length of a text, not known before.
 template <class Writer>
-bool TextBuffer::takeQuick(Writer write) {
-    if (bufferSize - dataSize < quickNumberRoom) return false;
-    const size_t length = write(buffer + dataSize);
-    dataSize += length;
-    return length != 0;
+void TextBuffer::concatNumber(Writer write) {
+    if (bufferSize - dataSize >= numberTextRoom) {
+        char* const out = buffer + dataSize;
+        dataSize += static_cast<size_t>(write(out) - out);
+        return;
+    }
+    char text[numberTextRoom];
+    write(text);
+    concat(text);
 }
 
 void TextBuffer::concatQuotedString(const char* s, char quote) {

@@ -65,8 +65,7 @@ public:
 
 private:
     template <class Writer>
-    bool takeQuick(Writer write);
-    void concatNumber(double v, size_t room, int decimals, int maxExp);
+    void concatNumber(Writer write);
 };
 
 }  // namespace Zant

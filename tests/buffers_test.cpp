@@ -126,11 +126,6 @@ TEST(ResizableBuffer, RefusesWhatNoMemoryHolds) {
 }
 
 TEST(TextBuffer, WritesNumbers) {
-    EXPECT_EQ(concatenated(-2147483647 - 1), "-2147483648");
-    EXPECT_EQ(concatenated(1000000000), "1000000000");
-    EXPECT_EQ(concatenated(0), "0");
-    EXPECT_EQ(concatenated(0.5), "0.5");
-    EXPECT_EQ(concatenated(2.0), "2");
     EXPECT_EQ(concatenated(1234567.0), "1.234567e6");
     EXPECT_EQ(concatenated(0.1f), "0.1");
     EXPECT_EQ(concatenated(123456.7f), "1.23456e5");
@@ -139,10 +134,14 @@ TEST(TextBuffer, WritesNumbers) {
     // Warm or not, the same text.
     TextBuffer warm;
     warm.fit(64);
-    for (const int v : {0, 7, -7, 10, 99, -100, 999, 1000, -54321, 99999999, -99999999, 100000000, 2147483647}) {
+    for (const int v : {0, 7, -7, 10, 99, -100, 999, 1000, -54321, 99999999, -99999999, 100000000, -1000000070,
+                        2147483647, -2147483647 - 1}) {
         warm.concat(v);
-        EXPECT_EQ(std::string(warm), concatenated(v));
+        EXPECT_EQ(std::string(warm), std::to_string(v));
+        EXPECT_EQ(concatenated(v), std::to_string(v));
     }
+    warm.concat(1e300 / 7);
+    EXPECT_EQ(std::string(warm), concatenated(1e300 / 7));
 }
 
 TEST(TextBuffer, JoinsAndSeparates) {

@@ -282,31 +282,6 @@ TEST(Numbers, AreWrittenFromTheEarliestStaticConstructor) {
     EXPECT_STREQ(earlyText, "-12.25 1.5e10");
 }
 
-TEST(Numbers, ComeBackAsTheyWere) {
-    const auto back = [](double x) {
-        const std::string text = sci(x, 40, 8, 5);
-        const char* at = text.c_str();
-        const double value = sdecimal_2_double(at);
-        EXPECT_EQ(*at, 0) << text;
-        return value;
-    };
-    std::mt19937_64 random(7);
-    for (int i = 0; i < 50000; ++i) {
-        const double exact = static_cast<double>(static_cast<int64_t>(random() % 400000000) - 200000000) / 256.0;
-        ASSERT_DOUBLE_EQ(back(exact), exact);
-        // Other numbers are cut behind eight decimals, of the mantissa where there is an exponent.
-        const double x = std::uniform_real_distribution<double>(-1000.0, 1000.0)(random);
-        ASSERT_NEAR(back(x), x, 1.001e-8);
-        const double large = std::ldexp(x, 60);
-        ASSERT_NEAR(back(large), large, 1.001e-8 * std::fabs(large));
-
-        const int number = static_cast<int>(random());
-        const std::string text = integer(number, 12);
-        const char* at = text.c_str();
-        ASSERT_EQ(modulo_2_int(at, 10), number);
-    }
-}
-
 TEST(Integers, ReadAsDefined) {
     EXPECT_EQ(modulo(255, 30, 0, 16, false), "FF");
     EXPECT_EQ(modulo(0, 30, 0, 2, false), "0");

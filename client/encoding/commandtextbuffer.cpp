@@ -7,7 +7,6 @@
 #include "client/symbols/symbol.h"
 #include "own/lentblock.h"
 #include "own/numbertext.h"
-#include "own/str2num.h"
 
 namespace Zant {
 
@@ -15,14 +14,9 @@ namespace {
 
 constexpr double pi = 3.141592653589793;
 
-/// The most that a number takes, its terminator included: a sign, seventeen characters, and "e-308".
-constexpr size_t numberLimit = 23;
-/// The room that each number is given; what it does not take is scribbled over.
-constexpr size_t numberRoom = quickNumberRoom;
-constexpr size_t integerRoom = 12;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
-constexpr size_t vectorRoom = 4 * (numberLimit + 1) + 2 + numberRoom;
-constexpr size_t axesRoom = 9 * (numberLimit + 1) + 16 + numberRoom;
+constexpr size_t vectorRoom = 4 * (doubleStyle.room + 1) + 2 + numberTextRoom;
+constexpr size_t axesRoom = 9 * (doubleStyle.room + 1) + 16 + numberTextRoom;
 /// What the longest command that a symbol sends of itself, in a destructor, takes behind its keyword: a separator, a
 /// name of 127 bytes, a semicolon, a terminator. With room for all of it, it fails before its first byte or not at all.
 constexpr size_t symbolCommandRoom = 1 + (sizeof ZantSymbolCore::name - 1) + 2;
@@ -37,23 +31,8 @@ char* put(char* out, const char* characters, size_t length) {
     return out + length;
 }
 
-char* putNumberSlowly(char* out, double value) {
-    size_t room = numberLimit;
-    double_2_sci(value, out, room, 8, 5);
-    return out + (numberLimit - 1 - room);
-}
-
 char* putNumber(char* out, double value) {
-    const size_t length = quickNumberText(value, out, 8, 5);
-    return length != 0 ? out + length : putNumberSlowly(out, value);
-}
-
-// Not std::to_chars: its table is a unique symbol, which keeps every module that links it from ever being unloaded.
-char* putInteger(char* out, int value) {
-    if (const size_t length = quickNumberText(value, out)) return out + length;
-    size_t room = integerRoom;
-    int_2_modulo(value, out, room, 0, 10);
-    return out + (integerRoom - 1 - room);
+    return writeNumberText(value, out, doubleStyle);
 }
 
 /// Numbers with commas between them; at least one.
@@ -147,12 +126,12 @@ void CommandTextBuffer::addEnum(int number, const char* word) {
 
 void CommandTextBuffer::addEnumQuick(int number) {
     const char* const next = quick || text.separator ? "," : " ";
-    char* const out = put(begin(quickNumberRoom + 2 + symbolCommandRoom), '[');
-    end(put(putInteger(out, number), ']'), next);
+    char* const out = put(begin(numberTextRoom + 2 + symbolCommandRoom), '[');
+    end(put(writeNumberText(number, out), ']'), next);
 }
 
 void CommandTextBuffer::addDouble(double value) {
-    end(putNumber(begin(numberRoom), value), ",");
+    end(putNumber(begin(numberTextRoom), value), ",");
 }
 
 void CommandTextBuffer::addString(const char* string) {

@@ -1,4 +1,5 @@
-// The general formatters and parsers, evaluated in the defined order, with powers of ten from a table.
+// Numbers to text, the general way: digit by digit, in the defined order of operations, with powers of ten from a
+// table.
 #include "own/str2num.h"
 
 #include <climits>
@@ -33,23 +34,8 @@ int toInt(double v) {
     return v > INT_MIN - 1.0 && v < INT_MAX + 1.0 ? static_cast<int>(v) : INT_MIN;
 }
 
-int wrapToInt(size_t v) {
-    return static_cast<int>(static_cast<unsigned int>(v));
-}
-
-int negateWrapping(int v) {
-    return wrapToInt(0u - static_cast<unsigned int>(v));
-}
-
 char digitCharacter(size_t digit) {
     return static_cast<char>(digit < 10 ? '0' + digit : 'A' + (digit - 10));
-}
-
-int digitValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'z') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'Z') return c - 'A' + 10;
-    return 127;
 }
 
 void put(char*& out, size_t& room, char c) {
@@ -99,7 +85,7 @@ void putDigits(double a, int first, int last, char*& out, size_t& room) {
         put(out, room, static_cast<char>('0' + digitAt(a, k)));
 }
 
-// Copies 2 to quickNumberRoom bytes, each at least once.
+// Copies 2 to numberTextRoom bytes, each at least once.
 void copyShort(char* to, const char* from, size_t n) {
     if (n >= 16) {
         std::memcpy(to + n - 16, from + n - 16, 16);
@@ -167,7 +153,7 @@ int double_predot_count(double a) {
 }
 
 int _ddigit(double x, int p) {
-    return digitAt(x, wrapToInt(1u - static_cast<unsigned int>(p)));
+    return digitAt(x, static_cast<int>(1u - static_cast<unsigned int>(p)));
 }
 
 void double_2_decimal(double x, char* out, size_t& room, int decimals, char fill) {
@@ -201,61 +187,30 @@ void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char f
     double_2_decimal(sign * a, out, room, exactLast, fill);
 }
 
-void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp) {
-    char text[quickNumberRoom];
-    const size_t length = quickNumberText(x, text, decimals, maxExp);
-    if (length != 0 && length < room) {
-        copyShort(out, text, length + 1);
-        room -= length + 1;
-        return;
-    }
+char* generalNumberText(double x, char* out, const NumberStyle& style) {
     const int exponent = decimalExponent(std::fabs(x));
-    // The most negative int stays negative here: 0, infinity and NaN have no exponent form.
-    const bool scientific = (exponent < 0 ? negateWrapping(exponent) : exponent) > maxExp;
-    const size_t before = room;
-    double_2_natural(scientific ? mantissaOf(x, exponent) : x, out, room, decimals, 0);
-    if (!scientific || room < 2) return;
-    out += before - 1 - room;
-    *out++ = 'e';
-    int_2_modulo(exponent, out, room, 0, 10);
-}
-
-size_t modulo_2_size_t(const char*& p, int radix) {
-    size_t value = 0;
-    for (int digit; (digit = digitValue(*p)) < radix; ++p) {
-        value = value * static_cast<size_t>(radix) + static_cast<size_t>(digit);
+    // 0, infinity and NaN have no exponent form, and their most negative int has no negative.
+    const bool scientific = exponent > style.exponentLimit || (exponent != INT_MIN && -exponent > style.exponentLimit);
+    size_t room = style.room;
+    double_2_natural(scientific ? mantissaOf(x, exponent) : x, out, room, style.decimals, 0);
+    if (scientific && room >= 2) {
+        out[style.room - 1 - room] = 'e';
+        int_2_modulo(exponent, out + style.room - room, room, 0, 10);
     }
-    return value;
+    return out + (style.room - 1 - room);
 }
 
-int modulo_2_int(const char*& p, int radix) {
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    const int value = wrapToInt(modulo_2_size_t(p, radix));
-    return negative ? negateWrapping(value) : value;
-}
-
-double udecimal_2_double(const char*& p) {
-    double value = 0.0;
-    for (int digit; (digit = digitValue(*p)) < 10; ++p)
-        value = value * 10.0 + digit;
-    if (*p == '.') {
-        ++p;
-        int k = 1;
-        for (int digit; (digit = digitValue(*p)) < 10; ++p, ++k)
-            value += digit / powerOfTen(k);
+void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp) {
+    if (room == 0) return;
+    char text[numberTextRoom];
+    const char* const end = fastNumberText(x, text, decimals, maxExp);
+    size_t size = end ? static_cast<size_t>(end - text) + 1 : 0;
+    if (size != 0 && size <= room) {
+        copyShort(out, text, size);
+    } else {
+        size = static_cast<size_t>(generalNumberText(x, out, {decimals, maxExp, room}) - out) + 1;
     }
-    if (*p != 'e' && *p != 'E') return value;
-    ++p;
-    if (*p == '+') ++p;
-    return value * powerOfTen(modulo_2_int(p, 10));
-}
-
-double sdecimal_2_double(const char*& p) {
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    const double value = udecimal_2_double(p);
-    return negative ? -value : value;
+    room -= size;
 }
 
 }  // namespace Zant

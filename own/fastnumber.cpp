@@ -1,4 +1,4 @@
-// The quick way to the text of a number: all digits at once from one product, where that provably gives the digits that
+// The fast path to the text of a number: all digits at once from one product, where that provably gives the digits that
 // the definition finds one by one.
 //
 // The definition takes the digit of a at exponent k from floor(a * 10^k). Let p be the rounded product a * 10^decimals.
@@ -7,8 +7,8 @@
 //   decimal, the rounded product a * 10^k may fall just short of the integer that n implies at that place; then the
 //   digit is one lower (9 in place of 0). So these places are looked at.
 // - Rounding shortens the text only where the last decimal is 9, or where a 0 has become a 9 as above.
-// What is left (a within rounding errors of an integer that it is not, huge and tiny numbers) has no quick way. Nor
-// have products at an integer where the host rounds otherwise than to nearest.
+// What is left (a within rounding errors of an integer that it is not, huge and tiny numbers) goes the general way. So
+// do products at an integer where the host rounds otherwise than to nearest.
 #include "own/numbertext.h"
 
 #include <cmath>
@@ -32,7 +32,7 @@ constexpr double errorPart = 1.0 / (1LL << 51);
 // Up to here they stay below an eighth.
 constexpr double largestProduct = 1LL << 48;
 // Numbers below have at most eight digits before the point, also when they are rounded up.
-constexpr int wholeLimit = 99999999;
+constexpr uint32_t wholeLimit = 99999999;
 // Integers up to here have been compared with the definition, every one of them, in every rounding mode.
 constexpr double largestInteger = 999999.0;
 
@@ -42,6 +42,7 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a stored word begins w
 
 constexpr uint64_t zeroCharacters = 0x3030303030303030;
 
+// 1130000 is 001, 130 and 000. The first of these nine digits is shifted out; the others are the word 0x03010100.
 uint64_t eightDigits(uint32_t v, const DecimalTables& tables) {
     const uint32_t upper = v / 1000;
     return tables.threeDigits(upper / 1000) >> 8 | tables.threeDigits(upper % 1000) << 16 |
@@ -94,11 +95,11 @@ bool isRoundedToNearest(double a) {
 
 // Finds the digits of numbers that are not negative, for one count of decimals (an int, or a constant).
 template <class Count>
-class QuickDigits {
+class FastDigits {
 public:
-    QuickDigits(const DecimalTables& tables, Count decimalCount) : tables_(tables), count_(decimalCount) {}
+    FastDigits(const DecimalTables& tables, Count decimalCount) : tables_(tables), count_(decimalCount) {}
 
-    // Whether there is a quick way for a, which is not negative and within isInRange().
+    // Whether the fast path takes a, which is not negative and within isInRange().
     bool find(double a) {
         const Product product(a, tables_.powers()[count_]);
         // Short first, which is known early and is mostly so or mostly not: binary fractions such as 0.5.
@@ -125,7 +126,8 @@ private:
     }
 
     // The last place where v falls short of the integer that it is nearest to, as a 1 in the byte of its digit; or 0.
-    // All places are looked at together: that is quicker than to stop early.
+    // All places are looked at together: that is faster than to stop early.
+    // 0.0113 falls short at place 4 alone, as 112.99999999999999: places is 2 << 24, and the result 1 << 24.
     uint64_t lastShortPlace(double v) const {
         constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what is below 2^51
         const double* powers = tables_.powers();
@@ -142,11 +144,13 @@ private:
         if (!isRoundedToNearest(a)) return false;
         const uint64_t place = lastShortPlace(a);
         if (!split(a, product.nearest())) return false;
-        // Computed rather than branched, as both come often. Behind the last nonzero digit: a 9 has come up, and
+        // Computed rather than branched, as both come often. After the last nonzero digit: a 9 has come up, and
         // rounding makes the text shorter again. At the last nonzero digit: it is one lower.
-        const bool isBehind = place > decimals;
-        const bool isAtLast = (place > decimals >> 8) & !isBehind;
-        value = a + tables_.half(count_) * isBehind;
+        // 0.0113, decimals 0x03010100, is short at place 4, 0x01000000: at its last digit, so that it reads 0.0112.
+        // 0.29, decimals 0x0902, is short at place 8 as well: 0.28999999 is rounded to 0.29.
+        const bool isAfter = place > decimals;
+        const bool isAtLast = (place > decimals >> 8) & !isAfter;
+        value = a + tables_.half(count_) * isAfter;
         decimals -= place * isAtLast;
         return true;
     }
@@ -213,10 +217,10 @@ bool isInRange(double a, const DecimalTables& tables, Count decimals) {
     return a < wholeLimit && a * tables.powers()[decimals] < largestProduct;
 }
 
-// Returns the place behind the number, or null where there is no quick way.
+// Returns the place behind the number, or null for the general way.
 template <class Count>
 char* writeFraction(double a, char* out, const DecimalTables& tables, Count decimals) {
-    QuickDigits<Count> number(tables, decimals);
+    FastDigits<Count> number(tables, decimals);
     if (!number.find(a)) return nullptr;
     const int count = writeWhole(out, number.whole, tables);
     // Next to a power of ten the definition may write a digit more or less.
@@ -226,7 +230,7 @@ char* writeFraction(double a, char* out, const DecimalTables& tables, Count deci
 
 // Numbers other than small integers.
 template <class Count>
-size_t writeScientific(double a, char* out, const DecimalTables& tables, Count decimals, int maxExp) {
+char* writeScientific(double a, char* out, const DecimalTables& tables, Count decimals, int maxExp) {
     char* end = nullptr;
     uint64_t tail = 0;  // the exponent and the terminator
     if (a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1)) {
@@ -238,38 +242,43 @@ size_t writeScientific(double a, char* out, const DecimalTables& tables, Count d
         end = isSmallInteger(mantissa) ? writeInteger(mantissa, out, tables)
                                        : writeFraction(mantissa, out, tables, decimals);
     }
-    if (!end) return 0;
+    if (!end) return nullptr;
     store(end, tail);
-    return static_cast<size_t>(end - out) + (tail >> 56);
+    return end + (tail >> 56);
 }
 
 }  // namespace
 
-size_t quickNumberText(double x, char* out, int decimals, int maxExp) {
+char* fastNumberText(double x, char* out, int decimals, int maxExp) {
     const DecimalTables& tables = DecimalTables::get();
-    if (maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals) return 0;
+    if (maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals)
+        return nullptr;
     const double a = std::fabs(x);
     *out = '-';
-    const size_t sign = x < 0;
+    out += x < 0;
     if (isSmallInteger(a) && a < tables.reach(maxExp + 1)) {
-        char* const end = writeInteger(a, out + sign, tables);
+        char* const end = writeInteger(a, out, tables);
         *end = 0;
-        return static_cast<size_t>(end - out);
+        return end;
     }
-    const size_t length =
-        decimals == mostDecimals
-            ? writeScientific(a, out + sign, tables, std::integral_constant<int, mostDecimals>(), maxExp)
-            : writeScientific(a, out + sign, tables, decimals, maxExp);
-    return length == 0 ? 0 : length + sign;
+    if (decimals != mostDecimals) return writeScientific(a, out, tables, decimals, maxExp);
+    return writeScientific(a, out, tables, std::integral_constant<int, mostDecimals>(), maxExp);
 }
 
-size_t quickNumberText(int v, char* out) {
-    if (v <= -wholeLimit || v >= wholeLimit) return 0;
+char* writeNumberText(int v, char* out) {
+    const DecimalTables& tables = DecimalTables::get();
+    const uint32_t digits = v < 0 ? 0u - static_cast<uint32_t>(v) : static_cast<uint32_t>(v);
     *out = '-';
-    char* const start = out + (v < 0);
-    char* const end = start + writeWhole(start, static_cast<uint32_t>(v < 0 ? -v : v), DecimalTables::get());
-    *end = 0;
-    return static_cast<size_t>(end - out);
+    out += v < 0;
+    if (digits > wholeLimit) {
+        out += writeWhole(out, digits / (wholeLimit + 1), tables);
+        store(out, eightDigits(digits % (wholeLimit + 1), tables) | zeroCharacters);
+        out += 8;
+    } else {
+        out += writeWhole(out, digits, tables);
+    }
+    *out = 0;
+    return out;
 }
 
 }  // namespace Zant
