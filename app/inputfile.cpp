@@ -9,13 +9,15 @@
 #include <string_view>
 
 #include "app/text.h"
+#include "client/encoding/blocklayout.h"
 
 namespace Zant::App {
+
+using namespace BlockLayout;
+
 namespace {
 
-constexpr size_t lengthWord = 8;
 constexpr uint64_t largestBlock = uint64_t{1} << 32;
-constexpr uint64_t endOfBlock = static_cast<uint64_t>(-3);
 
 size_t fileSize(std::FILE* file) {
     struct stat facts {};
@@ -48,15 +50,9 @@ const char* wideNameOf(std::string_view head) {
     return nullptr;
 }
 
-uint64_t wordAt(const char* bytes) {
-    uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
-
 /// Text holds no zero byte, while the upper bytes of a length always are zero.
-bool isLength(std::string_view head) {
-    return head.size() == lengthWord && wordAt(head.data()) <= largestBlock;
+bool isBlock(std::string_view head) {
+    return head.size() == wordSize && wordAt(head.data()) <= largestBlock;
 }
 
 }  // namespace
@@ -65,15 +61,15 @@ InputFile::InputFile(const std::string& fileName)
     : shownName(fileName == "-" ? "standard input" : fileName),
       file(fileName == "-" ? stdin : std::fopen(fileName.c_str(), "rb")) {
     if (!file) throw InputError(fmt::format("{}: {}", shownName, std::strerror(errno)));
-    head.resize(lengthWord);
-    head.resize(std::fread(head.data(), 1, lengthWord, file));
+    head.resize(wordSize);
+    head.resize(std::fread(head.data(), 1, wordSize, file));
     if (std::ferror(file)) {
         const int reason = errno;
         if (file != stdin) std::fclose(file);
         throw InputError(fmt::format("{}: {}", shownName, std::strerror(reason)));
     }
     wideName = wideNameOf(head);
-    found = wideName ? Encoding::Wide : isLength(head) ? Encoding::Blocks : Encoding::Text;
+    found = wideName ? Encoding::Wide : isBlock(head) ? Encoding::Blocks : Encoding::Text;
     progress.start(shown(shownName), fileSize(file));
 }
 
@@ -107,11 +103,11 @@ ReadResult BlockFile::fail(const char* message) {
 ReadResult BlockFile::next() {
     if (ended) return ReadResult::End;
     blockStart = blockEnd;
-    bytes.resize(lengthWord);
-    bytes.resize(input.read(bytes.data(), lengthWord));
+    bytes.resize(wordSize);
+    bytes.resize(input.read(bytes.data(), wordSize));
     if (bytes.empty()) return ReadResult::End;
-    const uint64_t length = bytes.size() == lengthWord ? wordAt(bytes.data()) : 0;
-    ended = length < 2 * lengthWord || length % lengthWord != 0 || length > largestBlock;
+    const uint64_t length = bytes.size() == wordSize ? wordAt(bytes.data()) : 0;
+    ended = !isLength(length) || length > largestBlock;
     if (ended) return fail("no block begins here: its first word is not a length");
     // Grown by what is really there, so that a false length asks for no memory.
     while (bytes.size() < length) {
@@ -123,7 +119,7 @@ ReadResult BlockFile::next() {
         if (ended) return fail("the block is cut off");
     }
     blockEnd = blockStart + bytes.size();
-    const bool whole = wordAt(bytes.data() + bytes.size() - lengthWord) == endOfBlock;
+    const bool whole = wordAt(bytes.data() + bytes.size() - wordSize) == endMarker;
     return whole ? ReadResult::Command : fail("the block has no end");
 }
 

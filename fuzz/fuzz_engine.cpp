@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "client/encoding/blocklayout.h"
 #include "client/engine/instance.h"
 #include "client/engine/library.h"
 
@@ -21,7 +22,7 @@ void parseBlock(const uint8_t* data, size_t size) {
     std::vector<uint64_t> block(size / 8 + 2);
     std::memcpy(block.data() + 1, data, size);
     block.front() = block.size() * 8;
-    block.back() = static_cast<uint64_t>(-3);
+    block.back() = Zant::BlockLayout::endMarker;
     instance()->parse(block.data(), nullptr, Zant::ParseBinary);
 }
 

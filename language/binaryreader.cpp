@@ -1,23 +1,16 @@
 // The frame of a binary block: its length and its end.
 
-#include <cstring>
-
 #include "language/blockparser.h"
 #include "language/grammar.h"
 #include "language/reader.h"
 
 namespace Zant {
 
+using namespace BlockLayout;
+
 namespace {
 
-constexpr size_t emptyBlock = 16;            // the length word and the end marker
 constexpr size_t longestBlock = UINT32_MAX;  // values note their place in 32 bits
-
-uint64_t wordAt(const void* block, size_t offset) {
-    uint64_t word = 0;
-    std::memcpy(&word, static_cast<const unsigned char*>(block) + offset, sizeof word);
-    return word;
-}
 
 }  // namespace
 
@@ -28,18 +21,19 @@ BinaryReader::BinaryReader(SymbolResolver* resolver, const Grammar& vocabulary)
 
 size_t BinaryReader::blockLength(const void* block, size_t limit) {
     if (limit < emptyBlock) return 0;
-    const uint64_t length = wordAt(block, 0);
-    return length >= emptyBlock && length % 8 == 0 && length <= limit ? length : 0;
+    const uint64_t length = wordAt(block);
+    return isLength(length) && length <= limit ? length : 0;
 }
 
 ReadResult BinaryReader::read(const void* block, size_t limit, Command& command) {
     const size_t length = blockLength(block, limit < longestBlock ? limit : longestBlock);
     if (length == 0) return failAt(0, "the block states a length that it cannot have");
-    if (wordAt(block, length - 8) != static_cast<uint64_t>(-3)) return failAt(length - 8, "the block has no end");
+    const size_t end = length - endWords * wordSize;
+    if (wordAt(static_cast<const char*>(block) + end) != endMarker) return failAt(end, "the block has no end");
     if (length == emptyBlock) return ReadResult::End;
 
     BlockParser parser(grammar, symbols);
-    command.position = {8, 0, 0};
+    command.position = {firstItem, 0, 0};
     if (parser.parse(block, length, command)) return ReadResult::Command;
     failure.position = {parser.mismatch().offset, 0, 0};
     explain(grammar, parser.mismatch(), parser.found(), {}, failure);

@@ -8,29 +8,19 @@
 
 namespace Zant {
 
-namespace {
-
-constexpr uint64_t endMark = static_cast<uint64_t>(-3);
-constexpr size_t commandPlace = 8;  // behind the length of the block
-constexpr uint64_t listMark = static_cast<uint64_t>(-2);
-
-size_t aligned(size_t offset) {
-    return (offset + 7) & ~size_t{7};
-}
-
-}  // namespace
+using namespace BlockLayout;
 
 bool BlockParser::parse(const void* block, size_t size, Command& target) {
     bytes = static_cast<const unsigned char*>(block);
-    here = commandPlace;
-    end = size - 8;
+    here = firstItem;
+    end = size - endWords * wordSize;
     command = &target;
     command->clear();
     deepest = Mismatch();
     complaint = nullptr;
     const Grammar::Node node = grammar.byNumber(Grammar::root, takeWord());
     if (node != Grammar::none) return walk(node, 0);
-    note(Problem::UnknownCommand, Grammar::root, 0, commandPlace);
+    note(Problem::UnknownCommand, Grammar::root, 0, firstItem);
     return false;
 }
 
@@ -47,7 +37,7 @@ bool BlockParser::walk(Grammar::Node node, int depth) {
     if (step == Grammar::none && !grammar.hasKeywords(node)) note(Problem::TooMany, node, depth + 1, here);
     for (; step != Grammar::none; step = grammar.nextArgument(step)) {
         if (walkArgument(node, depth, step, EmptyText::Terminated)) return true;
-        const bool isEmptyText = grammar.kindOf(step) == ArgumentKind::String && wordAt(here) == 0;
+        const bool isEmptyText = grammar.kindOf(step) == ArgumentKind::String && wordAt(bytes + here) == 0;
         if (isEmptyText && walkArgument(node, depth, step, EmptyText::Null)) return true;
     }
     return false;
@@ -57,7 +47,7 @@ bool BlockParser::walkKeyword(Grammar::Node node, int depth) {
     const size_t item = here;
     const Grammar::Node target = grammar.byNumber(node, takeWord());
     if (target != Grammar::none) {
-        command->beginValue(ArgumentKind::Keyword, item - commandPlace);
+        command->beginValue(ArgumentKind::Keyword, item - firstItem);
         if (walk(target, depth + 1)) return true;
         command->truncate(static_cast<size_t>(depth));
     } else if (grammar.firstArgument(node) == Grammar::none) {
@@ -70,7 +60,7 @@ bool BlockParser::walkKeyword(Grammar::Node node, int depth) {
 bool BlockParser::walkArgument(Grammar::Node node, int depth, uint32_t step, EmptyText emptyText) {
     const size_t item = here;
     const ArgumentKind kind = grammar.kindOf(step);
-    command->beginValue(kind, item - commandPlace);
+    command->beginValue(kind, item - firstItem);
     complaint = nullptr;
     empty = emptyText;
     if (readArgument(kind)) {
@@ -89,14 +79,15 @@ bool BlockParser::readArgument(ArgumentKind kind) {
 
 bool BlockParser::readList(ArgumentKind kind) {
     // One item may stand without the marks of a list, as it does in text: vertex maps send their rows like that.
-    if (has(1) && wordAt(here) != listMark) return readItem(kind);
-    if (!has(3) || takeWord() != listMark) return false;
+    if (has(1) && wordAt(bytes + here) != listMarker) return readItem(kind);
+    if (!has(listWords + endWords) || takeWord() != listMarker) return false;
     const uint64_t length = takeWord();
-    if (length < 8 || length % 8 != 0 || length > end - here) return fail("the list does not fit into the block");
+    if (length < wordSize || length % wordSize != 0 || length > end - here)
+        return fail("the list does not fit into the block");
     const size_t behind = here + length;
     const size_t outerEnd = end;
-    if (wordAt(behind - 8) != endMark) return fail("the list has no end");
-    end = behind - 8;
+    if (wordAt(bytes + behind - wordSize) != endMarker) return fail("the list has no end");
+    end = behind - wordSize;
     bool good = true;
     while (good && here != end)
         good = readItem(kind);
@@ -128,7 +119,7 @@ bool BlockParser::readItem(ArgumentKind kind) {
 }
 
 bool BlockParser::readNumber(ArgumentKind kind) {
-    if (!has(2) || takeWord() != 0) return false;
+    if (!has(numberWords) || takeWord() != 0) return false;
     double number = 0;
     takeDoubles(&number, 1);
     if (!fitNumber(kind, number)) return false;
@@ -149,7 +140,7 @@ bool BlockParser::readText(uint64_t length) {
     const auto* text = reinterpret_cast<const char*>(bytes + here);
     if (std::memchr(text, '\0', length + 1) != text + length) return fail("the text does not end where it should");
     command->addText({text, length});
-    here = aligned(here + length + 1);
+    here += textWords(length) * wordSize;
     return true;
 }
 
@@ -175,7 +166,7 @@ bool BlockParser::readAxes(ZantAxesCore& axes) {
 }
 
 bool BlockParser::readCoordSys() {
-    if (!has(4)) return false;
+    if (!has(coordSysWords(0))) return false;
     ZantCoordSysCore coordSys{};
     takeDoubles(coordSys.position, 3);
     if (!readAxes(coordSys.axes)) return false;
@@ -184,7 +175,7 @@ bool BlockParser::readCoordSys() {
 }
 
 bool BlockParser::readSymbol() {
-    if (!has(2)) return false;
+    if (!has(registeredWords)) return false;
     const uint64_t length = takeWord();
     if (length == 0) return readRegistered();
     if (length > longestName) return fail("the name is longer than 127 bytes");
@@ -214,15 +205,9 @@ void BlockParser::note(Problem problem, Grammar::Node node, int depth, size_t at
     deepest.keepDeeper(mismatch);
 }
 
-uint64_t BlockParser::wordAt(size_t offset) const {
-    uint64_t word = 0;
-    std::memcpy(&word, bytes + offset, sizeof word);
-    return word;
-}
-
 uint64_t BlockParser::takeWord() {
-    const uint64_t word = wordAt(here);
-    here += 8;
+    const uint64_t word = wordAt(bytes + here);
+    here += wordSize;
     return word;
 }
 
@@ -233,11 +218,11 @@ void BlockParser::takeDoubles(double* values, size_t count) {
 
 std::string BlockParser::found() const {
     if (deepest.offset == end) return "the end of the command";
-    const uint64_t word = wordAt(deepest.offset);
-    if (word == listMark) return "a list";
-    if (word == 0 && deepest.problem != Problem::UnknownKeyword && deepest.offset + 8 < end) {
+    const uint64_t word = wordAt(bytes + deepest.offset);
+    if (word == listMarker) return "a list";
+    if (word == 0 && deepest.problem != Problem::UnknownKeyword && deepest.offset + wordSize < end) {
         double number = 0;
-        std::memcpy(&number, bytes + deepest.offset + 8, sizeof number);
+        std::memcpy(&number, bytes + deepest.offset + wordSize, sizeof number);
         return "the word 0 and " + numberText(number);
     }
     return "the word " + std::to_string(static_cast<int64_t>(word));

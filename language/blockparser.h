@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "client/encoding/blocklayout.h"
 #include "language/command.h"
 #include "language/grammar.h"
 #include "language/mismatch.h"
@@ -45,8 +46,7 @@ private:
     bool fail(const char* why);
     void note(Problem problem, Grammar::Node node, int depth, size_t at, ArgumentKind expected = ArgumentKind::Keyword);
 
-    bool has(uint64_t words) const { return words <= (end - here) / 8; }
-    uint64_t wordAt(size_t offset) const;
+    bool has(uint64_t words) const { return words <= (end - here) / BlockLayout::wordSize; }
     uint64_t takeWord();
     void takeDoubles(double* values, size_t count);
 

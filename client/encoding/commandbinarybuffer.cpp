@@ -5,24 +5,24 @@
 #include <cstring>
 #include <utility>
 
+#include "client/encoding/blocklayout.h"
 #include "client/engine/instance.h"
 #include "client/symbols/symbol.h"
 
 namespace Zant {
 
+using namespace BlockLayout;
+
 namespace {
 
-constexpr size_t wordSize = 8;
 /// What the longest item of a fixed size takes: a vector of four.
-constexpr size_t itemWords = 5;
+constexpr size_t itemWords = vectorWords(4);
 constexpr size_t itemRoom = itemWords * wordSize;
 /// What the longest command takes that a symbol sends of itself, in a destructor: a keyword, a name of 127 bytes with
 /// its length and its terminator, the end marker. With room for all of it, it fails before its first byte or not at
 /// all.
-constexpr size_t symbolCommandWords = 1 + (1 + sizeof ZantSymbolCore::name / wordSize) + 1;
+constexpr size_t symbolCommandWords = keywordWords + 1 + textWords(sizeof ZantSymbolCore::name - 1) + endWords;
 constexpr ptrdiff_t symbolCommandRoom = (symbolCommandWords - itemWords) * wordSize;
-constexpr int64_t endMarker = -3;
-constexpr int64_t listMarker = -2;
 
 template <class Word>
 void put(char* out, Word word) {
@@ -34,9 +34,9 @@ size_t rowsInUse(const ZantAxesCore& axes) {
     return static_cast<size_t>(std::clamp(axes.rows, 0, 3));
 }
 
-void putAxes(char* out, const ZantAxesCore& axes, size_t words) {
+void putAxes(char* out, const ZantAxesCore& axes, size_t rows) {
     put(out, int64_t{std::min(axes.rows, 3)});
-    std::memcpy(out + wordSize, axes.m, words * wordSize);
+    std::memcpy(out + wordSize, axes.m, 3 * rows * wordSize);
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ CommandBinaryBuffer::~CommandBinaryBuffer() = default;
 
 void CommandBinaryBuffer::grow(size_t words) {
     if (isBeingParsed()) return growBesideParser(words);
-    const size_t used = block.buffer ? static_cast<size_t>(position - block.buffer) : wordSize;
+    const size_t used = block.buffer ? static_cast<size_t>(position - block.buffer) : firstItem;
     block.dataSize = block.buffer ? used : 0;
     block.fit(used + words * wordSize);
     continueAt(used);
@@ -59,10 +59,10 @@ void CommandBinaryBuffer::grow(size_t words) {
 /// A command of an event: the block that is being parsed is left to parse(), which ends it.
 void CommandBinaryBuffer::growBesideParser(size_t words) {
     ResizableBuffer own;
-    own.fit(wordSize + words * wordSize);
+    own.fit(firstItem + words * wordSize);
     block.buffer = std::exchange(own.buffer, nullptr);
     block.bufferSize = own.bufferSize;
-    continueAt(wordSize);
+    continueAt(firstItem);
 }
 
 inline bool CommandBinaryBuffer::isBeingParsed() const {
@@ -88,22 +88,28 @@ inline char* CommandBinaryBuffer::takeGrowing(size_t words) {
 /// Leaves the place of the block's length, and nothing else.
 inline void CommandBinaryBuffer::begin() {
     put(block.buffer, int64_t{0});
-    continueAt(wordSize);
+    continueAt(firstItem);
 }
 
 void CommandBinaryBuffer::discard() {
     if (!isBeingParsed()) begin();
 }
 
+std::string_view CommandBinaryBuffer::finish() {
+    if (position > lastPlace) grow(endWords);
+    put(take(endWords), endMarker);
+    const ptrdiff_t length = position - block.buffer;
+    put(block.buffer, length);
+    return {block.buffer, static_cast<size_t>(length)};
+}
+
 void CommandBinaryBuffer::parse() {
-    if (position > lastPlace) grow(1);
-    put(take(1), endMarker);
-    put(block.buffer, position - block.buffer);
+    finish();
     if (errorCode != 0 || !instance) return begin();
     // While the parser has the block, no place is left in it for an item.
     char* const sent = block.buffer;
     char* const place = std::exchange(lastPlace, sent);
-    position = sent + wordSize;
+    position = sent + firstItem;
     int result;
     try {
         result = instance->parse(sent, nullptr, ParseBinary);
@@ -136,20 +142,19 @@ void CommandBinaryBuffer::growAndRepeat(size_t words, Item item) {
 void CommandBinaryBuffer::addEnum(int number, const char*) {
     if (lastPlace - position < symbolCommandRoom)
         return growAndRepeat(symbolCommandWords, [=] { CommandBinaryBuffer::addEnum(number, nullptr); });
-    put(take(1), int64_t{number});
+    put(take(keywordWords), int64_t{number});
 }
 
 void CommandBinaryBuffer::addDouble(double value) {
     if (position > lastPlace) return growAndRepeat(itemWords, [=] { CommandBinaryBuffer::addDouble(value); });
-    char* const out = take(2);
+    char* const out = take(numberWords);
     put(out, int64_t{0});
     put(out + wordSize, value);
 }
 
 void CommandBinaryBuffer::addString(const char* string) {
     const size_t length = string ? std::strlen(string) : 0;
-    const size_t textWords = string ? length / wordSize + 1 : 0;
-    char* const out = takeGrowing(1 + textWords);
+    char* const out = takeGrowing(1 + (string ? textWords(length) : 0));
     put(out, length);
     if (string) std::memcpy(out + wordSize, string, length + 1);
 }
@@ -159,7 +164,7 @@ void CommandBinaryBuffer::addVector(const Vector& vector) {
         return growAndRepeat(itemWords, [this, &vector] { CommandBinaryBuffer::addVector(vector); });
     if (static_cast<unsigned int>(vector.count) > 4) return addCutVector(vector);
     // All components are copied, so that the copy has a fixed size; only those in use count.
-    char* const out = take(1 + static_cast<size_t>(vector.count));
+    char* const out = take(vectorWords(static_cast<size_t>(vector.count)));
     put(out, int64_t{vector.count});
     std::memcpy(out + wordSize, vector.values, sizeof vector.values);
 }
@@ -172,8 +177,8 @@ void CommandBinaryBuffer::addCutVector(Vector vector) {
 }
 
 void CommandBinaryBuffer::addAxesCore(const ZantAxesCore& axes) {
-    const size_t words = 3 * rowsInUse(axes);
-    putAxes(takeGrowing(1 + words), axes, words);
+    const size_t rows = rowsInUse(axes);
+    putAxes(takeGrowing(axesWords(rows)), axes, rows);
 }
 
 void CommandBinaryBuffer::addAxes(const Axes& axes) {
@@ -181,25 +186,25 @@ void CommandBinaryBuffer::addAxes(const Axes& axes) {
 }
 
 void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
-    const size_t words = 3 * rowsInUse(coordSys.axes);
-    char* const out = takeGrowing(4 + words);
+    const size_t rows = rowsInUse(coordSys.axes);
+    char* const out = takeGrowing(coordSysWords(rows));
     std::memcpy(out, coordSys.position, sizeof coordSys.position);
-    putAxes(out + sizeof coordSys.position, coordSys.axes, words);
+    putAxes(out + sizeof coordSys.position, coordSys.axes, rows);
 }
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
     if (symbol.registered == 0) return CommandBinaryBuffer::addString(symbol.name);
     if (position > lastPlace)
         return growAndRepeat(itemWords, [this, &symbol] { CommandBinaryBuffer::addSymbol(symbol); });
-    char* const out = take(2);
+    char* const out = take(registeredWords);
     put(out, int64_t{0});
     put(out + wordSize, symbol.registered);
 }
 
 template <class T>
 void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
-    takeGrowing(2);
-    const ptrdiff_t before = position - block.buffer - 2 * static_cast<ptrdiff_t>(wordSize);
+    const char* const first = takeGrowing(listWords);
+    const ptrdiff_t before = first - block.buffer;
     // An allocation that fails takes the list back.
     struct Rollback {
         CommandBinaryBuffer& owner;
@@ -211,11 +216,11 @@ void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
     for (size_t i = 0; i < list.count; ++i) {
         addItem(list.items[i]);
     }
-    put(takeGrowing(1), endMarker);
+    put(takeGrowing(endWords), endMarker);
     rollback.start = 0;
     char* const start = block.buffer + before;
     put(start, listMarker);
-    put(start + wordSize, position - (start + 2 * wordSize));
+    put(start + wordSize, position - (start + listWords * wordSize));
 }
 
 void CommandBinaryBuffer::addVarLenDouble(const VarLenDouble& list) {

@@ -1,26 +1,14 @@
 #ifndef ZANT_CLIENT_ENCODING_COMMANDBINARYBUFFER_H
 #define ZANT_CLIENT_ENCODING_COMMANDBINARYBUFFER_H
 
+#include <string_view>
+
 #include "client/commands/commandbuffer.h"
 #include "own/resizablebuffer.h"
 
 namespace Zant {
 
-/// Writes each command as one block of 64-bit little-endian words.
-///
-/// A block is its own length in bytes, the items, and the end marker -3. Every item starts at a multiple of 8; padding
-/// behind strings is not written.
-///
-/// | item             | words                                                                          |
-/// |------------------|--------------------------------------------------------------------------------|
-/// | keyword          | its number                                                                     |
-/// | number           | 0, the double                                                                  |
-/// | string           | its length, then the bytes and a zero byte; null is the length 0 alone          |
-/// | vector           | count, its components                                                          |
-/// | axes             | rows, three doubles per row                                                    |
-/// | coordinate system| three doubles, the axes                                                        |
-/// | symbol           | 0 and its registered word; as a string, its name, when it is not registered    |
-/// | list             | -2, the length of what follows in bytes, the items, -3                         |
+/// Writes each command as one block of words; client/encoding/blocklayout.h says what stands in it.
 ///
 /// A vector with a count above 4 is written with 4, axes with more than 3 rows with 3; negative words are written as
 /// they are.
@@ -54,6 +42,14 @@ public:
 
     /// Drops the items of a command that has not been parsed. The error, if there is one, stays.
     void discard();
+
+protected:
+    /// Finishes the block, for a subclass that takes blocks itself instead of parse(). discard() begins the next one.
+    /// @return the bytes of the block, which live in the buffer until the next operation
+    std::string_view finish();
+
+    /// @return the place of the next item, which is behind the last one and its padding
+    char* nextItem() const { return position; }
 
 private:
     ResizableBuffer block;
