@@ -8,6 +8,8 @@
 
 namespace Zant::App {
 
+using namespace Language;
+
 /// Chooses the form that shows best how its neighbours are used: one whose example is written down, otherwise the one
 /// with the most arguments that are still read at a glance.
 /// @param forms at least one

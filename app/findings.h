@@ -8,6 +8,8 @@
 
 namespace Zant::App {
 
+using namespace Language;
+
 /// A finding as a JSON object on one line, for programs; docs/program.md lists the members.
 /// @param file as it was named; bytes that are not UTF-8 are replaced
 std::string findingAsJson(const std::string& file, const Diagnostic& diagnostic);

@@ -12,6 +12,8 @@
 
 namespace Zant::App {
 
+using namespace Language;
+
 /// An input could not be read. The message names it and says why.
 class InputError : public std::runtime_error {
 public:

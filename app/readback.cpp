@@ -8,6 +8,9 @@
 #include "language/reader.h"
 
 namespace Zant::App {
+
+using namespace Language;
+
 namespace {
 
 std::string row(const double* values, int count) {

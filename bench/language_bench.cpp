@@ -11,6 +11,7 @@
 #include "language/writer.h"
 
 using namespace Zant;
+using namespace Zant::Language;
 
 namespace {
 

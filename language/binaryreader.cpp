@@ -4,7 +4,7 @@
 #include "language/grammar.h"
 #include "language/reader.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 using namespace BlockLayout;
 
@@ -35,7 +35,7 @@ ReadResult BinaryReader::read(const void* block, size_t limit, Command& command)
     BlockParser parser(grammar, symbols);
     command.position = {firstItem, 0, 0};
     if (parser.parse(block, length, command)) return ReadResult::Command;
-    failure.position = {parser.mismatch().offset, 0, 0};
+    failure.position = {firstItem + parser.mismatch().offset, 0, 0};
     explain(grammar, parser.mismatch(), parser.found(), {}, failure);
     return ReadResult::Error;
 }
@@ -47,4 +47,4 @@ ReadResult BinaryReader::failAt(size_t offset, const char* message) {
     return ReadResult::Error;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -1,7 +1,7 @@
 #ifndef ZANT_LANGUAGE_CHARACTERS_H
 #define ZANT_LANGUAGE_CHARACTERS_H
 
-namespace Zant {
+namespace Zant::Language {
 
 /// What single bytes mean in command text.
 enum CharacterClass : unsigned char {
@@ -30,6 +30,6 @@ inline bool isCharacter(char character, int classes) {
     return (characterTable.classes[static_cast<unsigned char>(character)] & classes) != 0;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

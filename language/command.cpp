@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace Zant {
+namespace Zant::Language {
 
 ValueKind valueKindOf(ArgumentKind place) {
     switch (place) {
@@ -216,4 +216,4 @@ bool sameCommand(const Command& left, const Command& right) {
     return true;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

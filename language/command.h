@@ -13,7 +13,7 @@
 #include "client/values/varlen.h"
 #include "client/values/vector.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// Where something stands in its input.
 ///
@@ -114,6 +114,6 @@ Position placeOf(const Command& command, size_t place);
 /// @return whether two commands have the same form and exactly the same values
 bool sameCommand(const Command& left, const Command& right);
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

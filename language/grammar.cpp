@@ -4,7 +4,7 @@
 
 #include "language/lookup.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -150,4 +150,4 @@ int Grammar::argumentCount(Node node) const {
     return count;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -9,7 +9,7 @@
 
 #include "client/protos/forms.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 class NearestWord;
 
@@ -97,6 +97,6 @@ private:
     Ambiguities found;
 };
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -139,4 +139,4 @@ const char* nearestCommandWord(std::string_view misspelt) {
     return search.best();
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -6,7 +6,7 @@
 
 #include "client/protos/forms.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// @return the number of a command word, or 0 when there is no such word
 int commandNumber(std::string_view word);
@@ -36,6 +36,6 @@ private:
 /// @return the command word that is nearest, or null
 const char* nearestCommandWord(std::string_view misspelt);
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

@@ -6,7 +6,7 @@
 
 #include "language/lookup.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -142,4 +142,4 @@ std::string Diagnostic::describe(const char* inputName) const {
     return place + message;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -7,7 +7,7 @@
 #include "language/grammar.h"
 #include "language/reader.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// How an input failed to be a command. Readers keep the one that stands furthest into the forms.
 enum class Problem : unsigned char {
@@ -47,6 +47,6 @@ bool fitNumber(ArgumentKind place, double& number);
 /// The longest name of a symbol, in bytes.
 constexpr size_t longestName = 127;
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

@@ -12,7 +12,7 @@
 
 #include "language/characters.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -170,4 +170,4 @@ char* writeAngle(char* out, double radians, bool& exact) {
     return std::copy_n(shortest.characters, shortest.length, out);
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

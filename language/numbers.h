@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace Zant {
+namespace Zant::Language {
 
 /// Numbers of command text, read and written without a loss, whatever the locale of the host is.
 ///
@@ -44,6 +44,6 @@ double radiansOf(double degrees);
 /// @param exact set to false in the second case, left alone otherwise
 char* writeAngle(char* out, double radians, bool& exact);
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

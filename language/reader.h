@@ -10,7 +10,7 @@
 
 #include "language/command.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 class Grammar;
 class TextParser;
@@ -157,6 +157,6 @@ private:
     Diagnostic failure;
 };
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

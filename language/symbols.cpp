@@ -4,7 +4,7 @@
 
 #include "language/lookup.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -149,4 +149,4 @@ void SymbolTable::follow(const Command& command, const std::string& where) {
     }
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -10,7 +10,7 @@
 #include "language/command.h"
 #include "language/reader.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// The symbols that the commands of a scene declare, use and delete, followed in the order of the commands.
 ///
@@ -60,6 +60,6 @@ private:
     std::map<std::string, Symbol, std::less<>> symbols;
 };
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

@@ -1,4 +1,4 @@
-// Parsing of one command in text: the way through the forms, and the notation of every kind of argument.
+// The notation of every kind of argument in text.
 
 #include "language/textparser.h"
 
@@ -9,7 +9,7 @@
 #include "language/numbers.h"
 #include "own/str2num.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -22,73 +22,15 @@ const char* endOfWord(const char* word) {
 
 }  // namespace
 
-bool TextParser::parse(const char* first, const char* last, Command& target) {
-    command = &target;
-    command->clear();
-    deepest = Mismatch();
-    start = here = first;
-    end = last;
-    const Grammar::Node node = readKeyword(Grammar::root);
-    if (node != Grammar::none) return walk(node, 0);
-    note(Problem::UnknownCommand, Grammar::root, 0, start);
-    return false;
-}
-
-// Goes on behind an item. The forms are a tree, so that each of its nodes is visited at most once, whatever the text.
-bool TextParser::walk(Grammar::Node node, int depth) {
-    const char* const behind = here;
-    skipSpace();
-    if (here == end) {
-        command->form = grammar.formAt(node);
-        if (!command->form) note(Problem::TooFew, node, depth + 1, here);
-        return command->form != nullptr;
-    }
-    const bool separated = *here == ',' || (depth == 0 && here != behind);
-    if (!separated) {
+// The command word is followed by white space or ",", every later item by ",".
+bool TextParser::readSeparator(Grammar::Node node, int depth) {
+    if (*here != ',' && (depth != 0 || !isCharacter(here[-1], Space))) {
         complaint = depth == 0 ? "white space" : "',' or ';'";
         note(Problem::NoSeparator, node, depth + 1, here);
         return false;
     }
-    if (*here == ',') ++here;
-    skipSpace();
-
-    if (grammar.hasKeywords(node) && walkKeyword(node, depth)) return true;
-    uint32_t step = grammar.firstArgument(node);
-    if (step == Grammar::none && !grammar.hasKeywords(node)) note(Problem::TooMany, node, depth + 1, here);
-    for (; step != Grammar::none; step = grammar.nextArgument(step)) {
-        if (walkArgument(node, depth, step)) return true;
-    }
-    return false;
-}
-
-bool TextParser::walkKeyword(Grammar::Node node, int depth) {
-    const char* const item = here;
-    const Grammar::Node target = readKeyword(node);
-    if (target == Grammar::none) {
-        if (grammar.firstArgument(node) == Grammar::none) note(Problem::UnknownKeyword, node, depth + 1, item);
-        here = item;
-        return false;
-    }
-    command->beginValue(ArgumentKind::Keyword, static_cast<size_t>(item - start));
-    if (walk(target, depth + 1)) return true;
-    command->truncate(static_cast<size_t>(depth));
-    here = item;
-    return false;
-}
-
-bool TextParser::walkArgument(Grammar::Node node, int depth, uint32_t step) {
-    const char* const item = here;
-    const ArgumentKind kind = grammar.kindOf(step);
-    command->beginValue(kind, static_cast<size_t>(item - start));
-    complaint = nullptr;
-    if (readArgument(kind)) {
-        if (walk(grammar.target(step), depth + 1)) return true;
-    } else {
-        note(complaint ? Problem::BadArgument : Problem::WrongArgument, node, depth + 1, complaint ? here : item, kind);
-    }
-    command->truncate(static_cast<size_t>(depth));
-    here = item;
-    return false;
+    if (take(',')) skipSpace();
+    return true;
 }
 
 Grammar::Node TextParser::readKeyword(Grammar::Node node) {
@@ -105,10 +47,6 @@ Grammar::Node TextParser::readKeyword(Grammar::Node node) {
     return grammar.byNumber(node, number);
 }
 
-bool TextParser::readArgument(ArgumentKind kind) {
-    return isListPlace(kind) ? readList(kind) : readItem(kind);
-}
-
 bool TextParser::readList(ArgumentKind kind) {
     if (here == end || *here == ',') return true;  // nothing at all is the empty list
     if (!take('{')) return readItem(kind);
@@ -120,29 +58,6 @@ bool TextParser::readList(ArgumentKind kind) {
         if (take('}')) return true;
         if (!take(',')) return fail("expected ',' or '}'");
         skipSpace();
-    }
-}
-
-bool TextParser::readItem(ArgumentKind kind) {
-    switch (valueKindOf(kind)) {
-        case ValueKind::Number:
-            return readCheckedNumber(kind);
-        case ValueKind::String: {
-            size_t length = 0;
-            return readQuoted(length);
-        }
-        case ValueKind::Vector:
-            return readVector();
-        case ValueKind::Axes: {
-            ZantAxesCore axes{};
-            if (!readAxes(axes)) return false;
-            command->addAxes(Axes::isEye(axes) ? Axes() : Axes(axes));
-            return true;
-        }
-        case ValueKind::CoordSys:
-            return readCoordSys();
-        default:
-            return readSymbol();
     }
 }
 
@@ -165,13 +80,6 @@ bool TextParser::readAngle(double& radians) {
     return fail("the angle is too large");
 }
 
-bool TextParser::readCheckedNumber(ArgumentKind kind) {
-    double number = 0;
-    if (!readNumber(number) || !fitNumber(kind, number)) return false;
-    command->addNumber(number);
-    return true;
-}
-
 // Numbers in parentheses.
 bool TextParser::readRow(double* values, int minimum, int maximum, int& count) {
     if (!take('(')) return false;
@@ -187,11 +95,8 @@ bool TextParser::readRow(double* values, int minimum, int maximum, int& count) {
     return count >= minimum || fail("too few numbers in parentheses");
 }
 
-bool TextParser::readVector() {
-    ZantVectorCore vector{};
-    if (!readRow(vector.values, 1, 4, vector.count)) return false;
-    command->addVector(vector);
-    return true;
+bool TextParser::readVector(ZantVectorCore& vector) {
+    return readRow(vector.values, 1, 4, vector.count);
 }
 
 bool TextParser::readAxes(ZantAxesCore& axes) {
@@ -258,8 +163,7 @@ bool TextParser::readRows(ZantAxesCore& axes) {
     return true;
 }
 
-bool TextParser::readCoordSys() {
-    ZantCoordSysCore coordSys{};
+bool TextParser::readCoordSys(ZantCoordSysCore& coordSys) {
     double values[3];
     int count = 0;
     if (!readRow(values, 3, 3, count)) return false;
@@ -267,10 +171,12 @@ bool TextParser::readCoordSys() {
     skipSpace();
     if (!take('@')) return fail("expected '@' and axes after the position");
     skipSpace();
-    if (!readAxes(coordSys.axes)) return fail(complaint ? complaint : "expected axes after '@'");
-    if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
-    command->addCoordSys(coordSys);
-    return true;
+    return readAxes(coordSys.axes) || fail(complaint ? complaint : "expected axes after '@'");
+}
+
+bool TextParser::readString() {
+    size_t length = 0;
+    return readQuoted(length);
 }
 
 bool TextParser::readQuoted(size_t& length) {
@@ -304,22 +210,6 @@ bool TextParser::readSymbol() {
         here += length;
     }
     return length <= longestName || fail("the name is longer than 127 bytes");
-}
-
-bool TextParser::fail(const char* why) {
-    complaint = why;
-    return false;
-}
-
-void TextParser::note(Problem problem, Grammar::Node node, int depth, const char* at, ArgumentKind expected) {
-    Mismatch mismatch;
-    mismatch.problem = problem;
-    mismatch.depth = depth;
-    mismatch.node = node;
-    mismatch.expected = expected;
-    mismatch.offset = static_cast<size_t>(at - start);
-    mismatch.detail = complaint;
-    deepest.keepDeeper(mismatch);
 }
 
 void TextParser::skipSpace() {
@@ -369,4 +259,4 @@ std::string TextParser::found() const {
     return "'" + word + "'";
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

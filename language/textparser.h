@@ -1,70 +1,53 @@
 #ifndef ZANT_LANGUAGE_TEXTPARSER_H
 #define ZANT_LANGUAGE_TEXTPARSER_H
 
-#include <cstddef>
 #include <string>
-#include <string_view>
 
-#include "language/command.h"
-#include "language/grammar.h"
-#include "language/mismatch.h"
+#include "language/formwalk.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// Parses the text of one command.
 ///
 /// The text is followed by a ";" in memory, which stops every scan; inside of it, ";" stands in quotes only.
-class TextParser {
+class TextParser : public FormWalk<TextParser> {
 public:
-    explicit TextParser(const Grammar& vocabulary) : grammar(vocabulary) {}
+    using FormWalk::FormWalk;
 
     /// @param first the command word, not white space
     /// @param last the ";" behind the text
     /// @return whether the text is a command; otherwise mismatch() says why not
-    bool parse(const char* first, const char* last, Command& target);
-
-    const Mismatch& mismatch() const { return deepest; }
+    bool parse(const char* first, const char* last, Command& target) { return walk(first, last, target); }
 
     /// @return what stands at the mismatch, in words, and, when it is a bare word, the word itself
     std::string found() const;
     std::string foundWord() const;
 
 private:
-    bool walk(Grammar::Node node, int depth);
-    bool walkKeyword(Grammar::Node node, int depth);
-    bool walkArgument(Grammar::Node node, int depth, uint32_t step);
-    bool separator(Grammar::Node node, int depth);
+    friend class FormWalk;
+
+    static int readings(ArgumentKind) { return 1; }
+    void skipSpace();
+    bool readSeparator(Grammar::Node node, int depth);
     Grammar::Node readKeyword(Grammar::Node node);
-    bool readArgument(ArgumentKind kind);
     bool readList(ArgumentKind kind);
-    bool readItem(ArgumentKind kind);
     bool readNumber(double& number);
-    bool readAngle(double& radians);
-    bool readCheckedNumber(ArgumentKind kind);
-    bool readRow(double* values, int minimum, int maximum, int& count);
-    bool readVector();
+    bool readString();
+    bool readVector(ZantVectorCore& vector);
     bool readAxes(ZantAxesCore& axes);
+    bool readCoordSys(ZantCoordSysCore& coordSys);
+    bool readSymbol();
+    const char* damageIn(const char*) const { return here; }
+
+    bool readAngle(double& radians);
+    bool readRow(double* values, int minimum, int maximum, int& count);
     bool readAngles(ZantAxesCore& axes);
     bool readScales(ZantAxesCore& axes);
     bool readRows(ZantAxesCore& axes);
-    bool readCoordSys();
     bool readQuoted(size_t& length);
-    bool readSymbol();
-    bool fail(const char* why);
-    void note(Problem problem, Grammar::Node node, int depth, const char* at,
-              ArgumentKind expected = ArgumentKind::Keyword);
-    void skipSpace();
     bool take(char character);
-
-    const Grammar& grammar;
-    Command* command = nullptr;
-    const char* start = nullptr;
-    const char* here = nullptr;
-    const char* end = nullptr;
-    const char* complaint = nullptr;  // why the argument is damaged; null when it is none at all
-    Mismatch deepest;
 };
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

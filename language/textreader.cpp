@@ -10,7 +10,7 @@
 #include "language/reader.h"
 #include "language/textparser.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -217,4 +217,4 @@ void TextReader::advance(const char* to) {
     cursor = to;
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

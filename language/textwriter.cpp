@@ -9,7 +9,7 @@
 #include "language/writer.h"
 #include "own/numbertext.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 namespace {
 
@@ -115,7 +115,7 @@ void TextWriter::writeNumber(double number) {
     if (numbers == Numbers::AsClient) return writeAsClient(number, false);
     char digits[numberRoom];
     changed += !std::isfinite(number);
-    text.append(digits, Zant::writeNumber(digits, number));
+    text.append(digits, Language::writeNumber(digits, number));
 }
 
 // The client's text may change again when it is read and written once more. It is, until it stays: then a number has
@@ -146,7 +146,7 @@ void TextWriter::writeAngle(double radians) {
     if (numbers == Numbers::AsClient) return writeAsClient(radians * 180.0 / pi, true);
     char digits[numberRoom];
     bool exact = true;
-    text.append(digits, Zant::writeAngle(digits, radians, exact));
+    text.append(digits, Language::writeAngle(digits, radians, exact));
     changed += !exact;
 }
 
@@ -177,4 +177,4 @@ void TextWriter::writeAxes(const ZantAxesCore& axes) {
     }
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

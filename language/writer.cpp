@@ -7,7 +7,7 @@
 #include "client/encoding/blocklayout.h"
 #include "client/encoding/commandbinarybuffer.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 CommandReplay::CommandReplay() : nowhere(std::make_unique<CommandBinaryBuffer>(nullptr)) {}
 CommandReplay::~CommandReplay() = default;
@@ -109,4 +109,4 @@ size_t BinaryWriter::size() const {
     return buffer->block.size();
 }
 
-}  // namespace Zant
+}  // namespace Zant::Language

@@ -11,7 +11,7 @@
 #include "client/symbols/symbol.h"
 #include "language/command.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// Writes a command that was read into any command buffer, call by call as a typed command function would.
 ///
@@ -97,6 +97,6 @@ private:
 /// @return whether a symbol's name can stand bare in text
 bool isBareName(const char* name);
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

@@ -16,6 +16,7 @@
 #include "randomcommands.h"
 
 using namespace Zant;
+using namespace Zant::Language;
 
 namespace {
 

@@ -24,6 +24,6 @@ CheckResult checkBlock(std::string_view block);
 
 /// Writes a command in all three encodings and reads each of them again.
 /// @return empty, or what did not hold
-std::string checkRoundTrips(const Zant::Command& command);
+std::string checkRoundTrips(const Zant::Language::Command& command);
 
 #endif

@@ -18,6 +18,7 @@
 #include "loopbackhost.h"
 
 namespace Zant::Tests {
+using namespace Language;
 namespace {
 
 TEST(Loopback, SpeaksThroughTheListenerAndClosesItsStream) {

@@ -11,7 +11,7 @@
 #include "language/command.h"
 #include "language/numbers.h"
 
-namespace Zant {
+namespace Zant::Language {
 
 /// Commands of a form with arguments by chance, the same ones for the same seed.
 class RandomCommands {
@@ -119,6 +119,6 @@ private:
     std::mt19937 engine;
 };
 
-}  // namespace Zant
+}  // namespace Zant::Language
 
 #endif

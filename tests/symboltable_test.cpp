@@ -6,6 +6,7 @@
 #include "language/writer.h"
 
 using namespace Zant;
+using namespace Zant::Language;
 
 namespace {
 

@@ -19,7 +19,7 @@ using namespace Vocabulary;
 
 // ---- The reader of the language ----
 
-class ReadingTest : public RecordingEngine::Test, private Zant::SymbolResolver {
+class ReadingTest : public RecordingEngine::Test, private Zant::Language::SymbolResolver {
 protected:
     std::vector<Event> log;
     Arguments arguments{log};
@@ -31,16 +31,17 @@ protected:
         return RecordingEngine::state.parsed.back().data;
     }
 
-    void readText(const std::string& text, Zant::Command& command) {
-        Zant::TextReader reader{std::string_view(text)};
-        Zant::Command none;
-        EXPECT_EQ(reader.next(command), Zant::ReadResult::Command) << reader.diagnostic().describe(text.c_str());
-        EXPECT_EQ(reader.next(none), Zant::ReadResult::End) << text;
+    void readText(const std::string& text, Zant::Language::Command& command) {
+        Zant::Language::TextReader reader{std::string_view(text)};
+        Zant::Language::Command none;
+        EXPECT_EQ(reader.next(command), Zant::Language::ReadResult::Command)
+            << reader.diagnostic().describe(text.c_str());
+        EXPECT_EQ(reader.next(none), Zant::Language::ReadResult::End) << text;
     }
 
-    void readBlock(const std::string& block, Zant::Command& command) {
-        Zant::BinaryReader reader(this);
-        EXPECT_EQ(reader.read(block.data(), block.size(), command), Zant::ReadResult::Command)
+    void readBlock(const std::string& block, Zant::Language::Command& command) {
+        Zant::Language::BinaryReader reader(this);
+        EXPECT_EQ(reader.read(block.data(), block.size(), command), Zant::Language::ReadResult::Command)
             << reader.diagnostic().describe("block");
     }
 
@@ -63,10 +64,10 @@ TEST_F(ReadingTest, AllEncodingsGiveTheCommandOfTheCatalogue) {
         return names;
     }();
     size_t checked = 0;
-    Zant::TextWriter writer;
+    Zant::Language::TextWriter writer;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        Zant::Command plain, quick, binary;
+        Zant::Language::Command plain, quick, binary;
         readText(sent<Zant::CommandTextBuffer>(row), plain);
         readText(sent<Zant::CommandQuickTextBuffer>(row), quick);
         readBlock(sent<Zant::CommandBinaryBuffer>(row), binary);

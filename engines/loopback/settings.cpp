@@ -19,12 +19,12 @@ bool enabled(const char* name) {
     return !value.empty() && value != "0";
 }
 
-TextWriter::Numbers numbersOf(const std::string& word, std::string& complaints) {
-    if (word == "client") return TextWriter::Numbers::AsClient;
+Language::TextWriter::Numbers numbersOf(const std::string& word, std::string& complaints) {
+    if (word == "client") return Language::TextWriter::Numbers::AsClient;
     if (!word.empty() && word != "exact") {
         complaints += std::string(errorPrefix) + "ZANT_LOOPBACK_NUMBERS is \"" + word + "\"; known are exact, client\n";
     }
-    return TextWriter::Numbers::Exact;
+    return Language::TextWriter::Numbers::Exact;
 }
 
 }  // namespace

@@ -6,6 +6,9 @@
 #include "language/writer.h"
 
 namespace Zant::Engine {
+
+using namespace Language;
+
 namespace {
 
 // Builds commands from the names of their typed functions and writes them; keywords come from the form.

@@ -7,6 +7,8 @@
 
 namespace Zant::Engine {
 
+using namespace Language;
+
 /// A command file that other commands include. It always has an end: devices, pipes and folders are not opened, and of
 /// a file that grows meanwhile, as the transcript does, only what was there at first is read.
 class IncludedFile : public TextSource {

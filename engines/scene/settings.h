@@ -8,6 +8,8 @@
 
 namespace Zant::Engine {
 
+using namespace Language;
+
 /// What is asked of an engine, for as long as it has hosts.
 struct Settings {
     bool doubleVertexMaps = false;                             ///< vertex maps hold doubles instead of floats
