@@ -167,7 +167,7 @@ class Newcomer:
 
     def install(self, page, line, script):
         self.copy_sources()
-        environment = {**os.environ, "HOME": str(self.home)}
+        environment = {**os.environ, "HOME": str(self.home), "CCACHE_BASEDIR": str(self.sources)}
         result = run(["bash", "-e", "-c", script], cwd=self.sources, env=environment)
         if result.returncode:
             fail(page, line, f"exit code {result.returncode}\n{result.stdout}")
