@@ -62,20 +62,15 @@ InputFile::InputFile(const std::string& fileName)
       file(fileName == "-" ? stdin : std::fopen(fileName.c_str(), "rb")) {
     if (!file) throw InputError(fmt::format("{}: {}", shownName, std::strerror(errno)));
     head.resize(wordSize);
-    head.resize(std::fread(head.data(), 1, wordSize, file));
-    if (std::ferror(file)) {
-        const int reason = errno;
-        if (file != stdin) std::fclose(file);
-        throw InputError(fmt::format("{}: {}", shownName, std::strerror(reason)));
-    }
+    head.resize(std::fread(head.data(), 1, wordSize, file.get()));
+    if (std::ferror(file.get())) throw InputError(fmt::format("{}: {}", shownName, std::strerror(errno)));
     wideName = wideNameOf(head);
     found = wideName ? Encoding::Wide : isBlock(head) ? Encoding::Blocks : Encoding::Text;
-    progress.start(shown(shownName), fileSize(file));
+    progress.start(shown(shownName), fileSize(file.get()));
 }
 
 InputFile::~InputFile() {
     progress.finish();
-    if (file != stdin) std::fclose(file);
 }
 
 Diagnostic InputFile::wideText() const {
@@ -89,9 +84,9 @@ size_t InputFile::read(char* into, size_t room) {
         head.erase(0, given);
         return given;
     }
-    const size_t count = std::fread(into, 1, room, file);
+    const size_t count = std::fread(into, 1, room, file.get());
     progress.advance(count);
-    if (count == 0 && std::ferror(file)) throw InputError(shownName + ": cannot be read to its end");
+    if (count == 0 && std::ferror(file.get())) throw InputError(shownName + ": cannot be read to its end");
     return count;
 }
 

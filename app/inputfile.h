@@ -1,12 +1,12 @@
 #ifndef ZANT_APP_INPUTFILE_H
 #define ZANT_APP_INPUTFILE_H
 
-#include <cstdio>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "app/filepointer.h"
 #include "app/progress.h"
 #include "language/reader.h"
 
@@ -25,7 +25,7 @@ class InputFile : public TextSource {
 public:
     enum class Encoding {
         Text,    ///< plain or quick text
-        Blocks,  ///< binary blocks one behind another
+        Blocks,  ///< binary blocks one after another
         Wide     ///< text in UTF-16 or UTF-32, which no engine reads
     };
 
@@ -45,7 +45,7 @@ public:
 
 private:
     std::string shownName;
-    std::FILE* file;
+    FilePointer file;
     std::string head;  // read to tell the encoding, not yet given on
     Encoding found;
     const char* wideName;

@@ -88,7 +88,7 @@ bool takeOver(int descriptor, const fs::path& target) {
 OutputFile::OutputFile(const std::string& fileName) : name(fileName) {
     if (fileName.empty() || fileName == "-" || isStandardOutput(fileName)) {
         name = "standard output";
-        file = stdout;
+        file.reset(stdout);
         terminal = isatty(STDOUT_FILENO);
         return;
     }
@@ -96,9 +96,9 @@ OutputFile::OutputFile(const std::string& fileName) : name(fileName) {
     if (isReplaceable(name, target))
         openBeside();
     else
-        file = std::fopen(name.c_str(), "wb");
+        file.reset(std::fopen(name.c_str(), "wb"));
     if (!file) fail();
-    terminal = isatty(fileno(file));
+    terminal = isatty(fileno(file.get()));
 }
 
 void OutputFile::openBeside() {
@@ -115,14 +115,14 @@ void OutputFile::openBeside() {
     const int descriptor = mkostemp(path.data(), O_CLOEXEC);
     if (descriptor >= 0) {
         temporary = path;
-        std::strcpy(pending, path.c_str());
+        std::memcpy(pending, path.c_str(), path.size() + 1);
         catchSignals();
     }
     const int reason = errno;
     sigprocmask(SIG_SETMASK, &before, nullptr);
     errno = reason;
     if (descriptor < 0) return;
-    if (takeOver(descriptor, target)) file = fdopen(descriptor, "wb");
+    if (takeOver(descriptor, target)) file.reset(fdopen(descriptor, "wb"));
     if (!file) close(descriptor);
 }
 
@@ -136,7 +136,6 @@ void OutputFile::fail() {
 }
 
 OutputFile::~OutputFile() {
-    if (file && file != stdout) std::fclose(file);
     if (temporary.empty()) return;
     unlink(temporary.c_str());
     pending[0] = 0;
@@ -145,17 +144,15 @@ OutputFile::~OutputFile() {
 void OutputFile::write(std::string_view bytes) {
     const std::string escaped = terminal ? shown(bytes, "\n\t") : std::string();
     if (terminal) bytes = escaped;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) fail();
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) fail();
 }
 
 void OutputFile::finish() {
-    if (file == stdout) {
+    if (file.get() == stdout) {
         if (std::fflush(stdout) != 0) fail();
         return;
     }
-    std::FILE* const ended = file;
-    file = nullptr;
-    if (std::fclose(ended) != 0) fail();
+    if (std::fclose(file.release()) != 0) fail();
     if (temporary.empty()) return;
     if (std::rename(temporary.c_str(), target.c_str()) != 0) fail();
     pending[0] = 0;

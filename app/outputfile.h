@@ -3,12 +3,13 @@
 
 #include <fmt/core.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "app/filepointer.h"
 
 namespace Zant::App {
 
@@ -40,7 +41,7 @@ public:
         write(fmt::format(format, std::forward<Arguments>(arguments)...));
     }
 
-    /// Brings what was written to its place. Nothing is written behind it.
+    /// Brings what was written to its place. Nothing is written after it.
     void finish();
     /// Drops what was written, since it is not complete. Says so where an old or a new file was to be written as a
     /// whole.
@@ -53,7 +54,7 @@ private:
     std::string name;
     std::filesystem::path target;  // behind the links
     std::string temporary;         // empty while the file is written directly
-    std::FILE* file = nullptr;
+    FilePointer file;
     bool terminal = false;
 };
 
