@@ -6,9 +6,7 @@
 
 #include <cfenv>
 #include <clocale>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <vector>
 
 #include "client/encoding/commandbinarybuffer.h"
@@ -38,41 +36,46 @@ std::string textOf(Host& host, const char* name) {
     return text;
 }
 
-TEST(LoopbackValues, TravelBothWays) {
+// The value of an object `q` is delivered, changed, and offered to another object.
+TEST(LoopbackValues, AreTakenInTheirKindAndShape) {
+    using Value = ZantExchangeValue;
+    const auto keep = [](Value&) {};
+    const struct {
+        const char* name;
+        const char* declaration;
+        void (*change)(Value&);
+        bool isTaken;
+    } rows[] = {
+        {"n", "var q,0.1;", keep, true},
+        {"n", "string q,\"1\";", keep, false},
+        {"s", "string q,\"a \"\"quote\"\"\";", keep, true},
+        {"s", "string q,\"\";", [](Value& value) { value.string = nullptr; }, true},
+        {"s", "var q,1;", keep, false},
+        {"v", "vector q,(1,2);", keep, true},
+        {"v", "vector q,(1,2,3,4);", keep, true},
+        {"v", "vector q,(1,2);", [](Value& value) { value.vector.count = 5; }, false},
+        {"v", "vector q,(1,2);", [](Value& value) { value.vector.count = 0; }, false},
+        {"v", "axes q,<>;", keep, false},
+        {"a", "axes q,<90,0,0>*(2);", keep, true},
+        {"a", "axes q,<>;", [](Value& value) { value.axes.rows = 4; }, false},
+        {"a", "axes q,<>;", [](Value& value) { value.axes.rows = -1; }, false},
+        {"c", "coordSys q,(4,5,6)@<90,0,0>;", keep, true},
+        {"c", "coordSys q,(4,5,6)@<>;", [](Value& value) { value.coordSys.axes.rows = 4; }, false},
+        {"m", "var q,1;", keep, false},
+    };
     Host host;
-    CommandBinaryBuffer buffer(host.instance);
-    DoubleSymbol number(buffer, "number");
-    StringSymbol string(buffer, "string");
-    VectorSymbol vector(buffer, "vector");
-    AxesSymbol axes(buffer, "axes");
-    number.registerSymbol();
-    string.registerSymbol();
-    vector.registerSymbol();
-    axes.registerSymbol();
-    host.parse("coordSys place,(1,2,3)@<90,0,0>;");
-    CoordSysSymbol place(buffer, "place");
-    place.registerSymbol();
-
-    EXPECT_TRUE(number.directSet(Double(0.1)) && string.directSet(String("a \"quote\"")));
-    EXPECT_TRUE(vector.directSet(Vector(1, 2)) && axes.directSet(Axes(AxesHpb(0.5, 0, 0))));
-    Double readNumber;
-    String readString;
-    Vector readVector;
-    Axes readAxes;
-    CoordSys readPlace;
-    EXPECT_TRUE(number.directGet(readNumber) && string.directGet(readString) && vector.directGet(readVector) &&
-                axes.directGet(readAxes) && place.directGet(readPlace));
-    EXPECT_EQ(readNumber.value, 0.1);
-    EXPECT_STREQ(readString.value, "a \"quote\"");
-    EXPECT_EQ(readVector.count, 2);
-    EXPECT_EQ(readVector.values[1], 2);
-    EXPECT_EQ(readAxes.rows, 2);
-    EXPECT_EQ(readAxes.m[0], 0.5);
-    EXPECT_EQ(readPlace.position[2], 3);
-    EXPECT_NEAR(readPlace.axes.m[0], 1.5707963267948966, 1e-9);
-    EXPECT_TRUE(place.directSet(CoordSys(Vector(4, 5, 6), Axes())));
-    EXPECT_EQ(textOf(place), "coordSys place,(4,5,6)@<>;");
-    EXPECT_EQ(buffer.errorCode, 0);
+    host.parse("var n; string s; vector v; axes a; coordSys c; mesh m;");
+    for (const auto& row : rows) {
+        const std::string before = textOf(host, row.name);
+        host.parse(row.declaration);
+        ZantParserExchangeBuffer record{};
+        EXPECT_EQ(host.instance->getValue(host.instance->findObject("q", HandleValue), &record), 1);
+        row.change(record.value);
+        EXPECT_EQ(host.instance->setValue(host.instance->findObject(row.name, HandleObject), &record), row.isTaken);
+        std::string taken = row.declaration;
+        taken.replace(taken.find('q'), 1, row.name);
+        EXPECT_EQ(textOf(host, row.name), row.isTaken ? taken : before);
+    }
 }
 
 TEST(LoopbackValues, OfTheWrongKindAreRefused) {
@@ -93,6 +96,11 @@ TEST(LoopbackValues, OfTheWrongKindAreRefused) {
     EXPECT_FALSE(number.directGet(value)) << "a text is no number";
     EXPECT_EQ(number.directSet(Double(1)), 0);
     EXPECT_EQ(textOf(number), "string x,\"text\";");
+    const Instance* const other = host.library.createInstance();
+    other->parse("var x; var y; var z;", nullptr, ParseText);
+    ZantParserExchangeBuffer record{};
+    record.type = ZantValueText;
+    EXPECT_EQ(other->getValue(reinterpret_cast<void*>(number.handle), &record), 0) << "a handle of another instance";
 }
 
 TEST(LoopbackValues, TextsOfObjectsFollowTheCapacityProtocol) {
@@ -146,11 +154,13 @@ TEST(LoopbackObjects, KeepTheirContentAsText) {
         EXPECT_EQ(host.parse(first.c_str()), 0);
         EXPECT_EQ(textOf(host, "n"), first);
     }
+    host.parse("var n,1; double n,2;");
+    EXPECT_EQ(textOf(host, "n"), "double n,2;") << "declared again, by another word";
 }
 
 TEST(LoopbackObjects, AreFoundThroughReferences) {
     Host host;
-    host.parse("var x,1; reference r,x; reference r2,r; reference loop,loop2; reference loop2,loop;");
+    host.parse("var x,1; reference r,x; reference r1,r; reference r2,r1; reference loop,loop2; reference loop2,loop;");
     void* handle = host.instance->findObject("r2", HandleValue);
     ASSERT_NE(handle, nullptr);
     ZantParserExchangeBuffer record{};
@@ -247,6 +257,7 @@ TEST(LoopbackBitmaps, AreDrawnInto) {
          "#..../...../...../....."},
         {"bitmapOp b,line,(2,0),(2,3),(1,1,1); bitmapOp b,fill,(0,0),(1,1,1);", "###../###../###../###.."},
         {"bitmapOp b,plot,(1,1),(0.1,0.1,0.1,0); bitmapOp b,fill,(0,0),(1,1,1),0.2;", "#####/#####/#####/#####"},
+        {"bitmapOp b,line,(0,1),(4,1),(1,1,1); bitmapOp b,fill,(4,3),(1,1,1);", "...../#####/#####/#####"},
         {"bitmapOp b,fill,(9,9),(1,1,1);", "...../...../...../....."},
         {"bitmapOp b,clear,(1,1,1); bitmapOp b,resize,(2,3);", "##/##/##"},
         {"bitmapOp b,clear,(1,1,1); bitmapOp b,resize,(6,2);", "#####./#####."},
@@ -281,6 +292,7 @@ TEST(LoopbackBitmaps, RefuseWhatIsAbsurdAndLoseNothing) {
         "bitmap b,floatRgba,(65536,65536);",
         "bitmapData b,(1,0),{(1,1,1),(1,1,1)};",
         "bitmapData b,(2,0),{(1,1,1),(1,1,1)};",
+        "bitmapData b,(0,0),{(1,1,1),(1,1)};",
         "bitmapOp b,plot,(1),(1,1,1);",
         "bitmapOp b,plot,(1,1),(1,1);",
     };
@@ -294,7 +306,8 @@ TEST(LoopbackBitmaps, RefuseWhatIsAbsurdAndLoseNothing) {
 TEST(LoopbackBitmaps, ShareTheMemoryOfTheHost) {
     Host host;
     CommandBinaryBuffer buffer(host.instance);
-    std::vector<float> memory(6 * 3, 0.0F);
+    std::vector<float> memory(6 * 3 + 1, 0.0F);
+    memory[18] = 9;  // no longer the bitmap's
     BitmapSymbol bitmap(buffer, memory.data(), 3, 2, PixelFloatRgb, "b");
     EXPECT_EQ(bitmap.bitmap.data, memory.data());
     bitmap.setPixel(2, 1, Vector(0.25, 0.5, 1));
@@ -303,8 +316,10 @@ TEST(LoopbackBitmaps, ShareTheMemoryOfTheHost) {
     EXPECT_EQ(bitmap.setSharedMemory(nullptr, 3, 2), 0);
     EXPECT_EQ(bitmap.setSharedMemory(memory.data(), -1, 2), 0);
     EXPECT_EQ(bitmap.bitmap.data, memory.data());
-    host.parse("clear b;");
+    host.parse("clear b; bitmapOp b,copy,b; bitmapOp b,plot,(0,0),(1,1,1);");
+    EXPECT_EQ(memory[0], 1.0F);
     EXPECT_EQ(memory[17], 0.0F);
+    EXPECT_EQ(memory[18], 9.0F);
     host.parse("bitmapOp b,resize,(3,3);");
     bitmap.refreshDirectLink();
     EXPECT_NE(bitmap.bitmap.data, memory.data());
@@ -332,6 +347,8 @@ TEST(LoopbackVertexMaps, AreFilledByCommandAndByLink) {
         EXPECT_EQ(host.parse("vertexMapOp v,resize,5;"), 0);
         EXPECT_EQ(map.direct()->getSize(), 5U);
         EXPECT_EQ(map.direct()->getValueDouble(2, 1, 1), 6);
+        host.parse("clear v;");
+        EXPECT_EQ(map.direct()->getValueDouble(2, 1, 1), 0);
     }
 }
 
@@ -355,6 +372,10 @@ TEST(LoopbackVertexMaps, GrowInPlaceAndRefuseWhatIsAbsurd) {
     host.parse("vertexMap v,2,fixedSize,4;");  // declared again: the record stays where it is
     EXPECT_EQ(map.direct()->getSize(), 4U);
     EXPECT_EQ(map.direct()->getDimension(), 2);
+    host.parse("delete v;");
+    ZantParserExchangeBuffer record{};
+    record.type = ZantValueText;
+    EXPECT_EQ(host.instance->getValue(reinterpret_cast<void*>(handle), &record), 0) << "the record is gone";
 }
 
 TEST(LoopbackMeshes, TakePointsAndPolygons) {
@@ -375,6 +396,7 @@ TEST(LoopbackMeshes, TakePointsAndPolygons) {
     EXPECT_EQ(textOf(host, "t"),
               "mesh t;\nmeshOp t,points,v;\nmeshAddPoly t,1,{0,1,2},2,3;\nmeshAddPoly t,1,{0,2,3},2,3;");
     EXPECT_EQ(host.parse("meshAddPoly m,1,{0,1,4};"), 4) << "the map of four rows lives on in the mesh";
+    EXPECT_EQ(host.parse("meshOp m,points; meshAddPoly m,1,{0,1,4};"), 0) << "without points, any index";
 }
 
 TEST(LoopbackMeshes, OfTrianglesTakeMemoryForTheirTriangles) {

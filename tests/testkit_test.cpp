@@ -28,6 +28,7 @@ TEST(Transcript, TakesCommandsFromIndentedText) {
         Transcript::fromText("\n    fg render;\n\n      about;\n    string a,\"x \n    y\";\n  ");
     EXPECT_EQ(transcript.text(), "fg render;\n  about;\nstring a,\"x \ny\";\n");
     EXPECT_EQ(transcript.lines()[1].number, 4u);
+    EXPECT_EQ(Transcript::fromText("\tabout;\n\t\n  about;\n    about;").text(), "about;\n about;\n   about;\n");
     EXPECT_EQ(Transcript::fromText("").lines().size(), 0u);
 }
 

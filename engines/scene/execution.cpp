@@ -21,7 +21,7 @@ struct Handlers {
 Outcome requireKind(const Execution& execution, size_t place, bool isKind, const char* kind) {
     const std::string name = std::string("'") + execution.text(place) + "'";
     if (!execution.object(place)) return {UnknownObject, "there is no " + std::string(kind) + " " + name, place};
-    if (!isKind) return {WrongKind, name + " is no " + kind, place};
+    if (!isKind) return {WrongKind, name + " is not a " + kind, place};
     return {};
 }
 
