@@ -17,8 +17,8 @@ struct zl_ray_input {
 
 /// What it met. The loopback engine traces nothing: until a host writes here, no ray hits anything.
 struct zl_ray_output {
-    double distance;  // from the origin, infinite without a hit
-    int32_t hit;      // 1 for a hit
+    double distance;  ///< from the origin, infinite without a hit
+    int32_t hit;      ///< 1 for a hit
     int32_t reserved;
 };
 
@@ -26,13 +26,13 @@ namespace Zant::Loopback {
 
 /// What the loopback engine writes into the description of a side of the ray memory. The dimensions asked for are rays
 /// along three directions; a block holds a run of rays along the first one, the last block of a run is filled up.
-/// The block table behind the description is the client's.
+/// The block table after the description is the client's.
 struct RayBufferDescription {
-    uint64_t inputSize;     // bytes of one zl_ray_input
-    uint64_t outputSize;    // bytes of one zl_ray_output
-    uint64_t raysPerBlock;  // the same for both sides
-    uint64_t counts[3];     // blocks along the three directions
-    uint64_t rays[3];       // rays along the three directions, as asked for
+    uint64_t inputSize;     ///< bytes of one zl_ray_input
+    uint64_t outputSize;    ///< bytes of one zl_ray_output
+    uint64_t raysPerBlock;  ///< the same for both sides
+    uint64_t counts[3];     ///< blocks along the three directions
+    uint64_t rays[3];       ///< rays along the three directions, as asked for
 };
 static_assert(sizeof(RayBufferDescription) == 72, "the block table is the client's");
 

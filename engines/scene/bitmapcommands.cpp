@@ -1,7 +1,6 @@
 // Commands that declare bitmaps and change their pixels.
 
 #include <algorithm>
-#include <cmath>
 
 #include "engines/scene/drawing.h"
 #include "engines/scene/execution.h"

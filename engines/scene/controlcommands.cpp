@@ -1,5 +1,7 @@
 // Commands that say something, and those that read further commands.
 
+#include <cstring>
+
 #include "engines/scene/declarations.h"
 #include "engines/scene/execution.h"
 #include "language/lookup.h"

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "engines/scene/codes.h"
 #include "engines/scene/objects.h"
@@ -18,7 +19,7 @@ enum class Nested { None, File, Text };
 
 /// One command being carried out: what it finds, and what it leaves.
 ///
-/// Places are those of the command's form, from 0 behind the command word. Bitmaps, vertex maps and meshes that the
+/// Places are those of the command's form, from 0 after the command word. Bitmaps, vertex maps and meshes that the
 /// form asks for have been found to exist before.
 struct Execution {
     const Command& command;

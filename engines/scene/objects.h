@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -20,7 +21,7 @@ using ObjectPointer = std::shared_ptr<Object>;
 
 /// Of an object whose content the engine does not keep: a surface, a light, a texture.
 struct Opaque {
-    std::string declaration;  // the command that declared it, as text
+    std::string declaration;  ///< the command that declared it, as text
 };
 
 /// Another name for an object.
@@ -32,11 +33,11 @@ struct Reference {
 struct Polygon {
     double tag = 0;
     std::vector<double> points;
-    std::vector<double> more;  // none, one or two
+    std::vector<double> more;  ///< none, one or two
 };
 
 struct Mesh {
-    ObjectPointer points;  // the vertex map that holds them, kept alive by the mesh; may be null
+    ObjectPointer points;  ///< the vertex map that holds them, kept alive by the mesh; may be null
     std::vector<Polygon> polygons;
 };
 
@@ -47,7 +48,7 @@ struct Object {
 
     std::string name;
     uint32_t number = 0;
-    int command = 0;  // number of the command word that declared it
+    int command = 0;  ///< number of the command word that declared it
     Content content;
 
     template <class Kind>
@@ -58,8 +59,12 @@ struct Object {
     const Kind* as() const {
         return std::get_if<Kind>(&content);
     }
+    template <class... Kinds>
+    bool isOneOf() const {
+        return (std::holds_alternative<Kinds>(content) || ...);
+    }
     /// Number, text, vector, axes or coordinate system.
-    bool isValue() const { return content.index() >= 1 && content.index() <= 5; }
+    bool isValue() const { return isOneOf<double, std::string, Vector, Axes, CoordSys>(); }
 };
 
 /// The objects of one instance, by name and by number. Not locked: the instance's lock guards it.

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include "client/engine/instance.h"
@@ -45,7 +44,7 @@ public:
     const Library* library() const { return library_; }
     TextOutput& text() { return text_; }
 
-    /// Carries out every command of a text or block, the ones behind a failed one included, and says each failure in
+    /// Carries out every command of a text or block, those after a failed one included, and says each failure in
     /// one line of text.
     /// @return the code of the first failure, or 0.
     int parse(const void* data, const char* source, int mode);

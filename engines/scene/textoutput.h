@@ -18,7 +18,6 @@ public:
     void add(std::string_view text);
     bool empty() const { return lines_.empty(); }
     const std::vector<std::string>& all() const { return lines_; }
-    void clear() { lines_.clear(); }
 
 private:
     std::vector<std::string> lines_;

@@ -27,7 +27,7 @@ public:
     const ZantVertexMapRecord& record() const { return record_; }
     size_t rowLength() const { return static_cast<size_t>(record_.dimension) * static_cast<size_t>(record_.samples); }
 
-    /// Begins anew, with rows of zeros. A map of fixed size does not grow when a row behind the last one is set.
+    /// Begins anew, with rows of zeros. A map of fixed size does not grow when a row after the last one is set.
     /// @return false when the numbers are refused; then nothing has changed.
     bool shape(double dimension, double samples, double rows, bool fixedSize);
     /// Changes the number of rows; new ones are zeros. @return false when it is refused.
