@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "app/commandfile.h"
-#include "app/kinds.h"
 #include "app/outputfile.h"
 #include "app/program.h"
 #include "app/text.h"

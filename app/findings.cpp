@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/kinds.h"
 #include "language/lookup.h"
 
 namespace Zant::App {

@@ -11,11 +11,6 @@
 namespace Zant::App {
 namespace {
 
-constexpr const char* letters =
-    "d number, i integer, b truth value, u unsigned, s text, V vector, A axes, C coordinate system, S symbol, N symbol "
-    "declared,\nB bitmap, M mesh, X vertex map, Ld LV LC LS lists; with the suffix u after the number, a function "
-    "takes "
-    "wide strings\n";
 
 int explainNothing(const std::string& asked) {
     const char* nearest = nearestCommandWord(asked);
@@ -39,7 +34,9 @@ int forms(const FormsOptions& options) {
         if (form->wideFunction) fmt::print("  {}", form->wideFunction);
         fmt::print("\n");
     }
-    if (!options.json) fmt::print("\n{}. {}", counted(found.size(), "form"), letters);
+    if (options.json) return Fine;
+    fmt::print("\n{}. {};\nwith the suffix u after the number, a function takes wide strings\n",
+               counted(found.size(), "form"), letterLegend("\n"));
     return Fine;
 }
 

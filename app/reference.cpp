@@ -10,7 +10,6 @@
 
 #include "app/declarations.h"
 #include "app/example.h"
-#include "app/kinds.h"
 #include "app/outputfile.h"
 #include "app/program.h"
 #include "app/text.h"
@@ -195,6 +194,12 @@ void writeGroup(const std::filesystem::path& directory, const std::string& group
     page.finish();
 }
 
+std::string parameterOf(const KindRow& kind) {
+    std::string type = kind.type;
+    if (const size_t prefix = type.find("Zant::"); prefix != type.npos) type.erase(prefix, std::strlen("Zant::"));
+    return kind.kind == ArgumentKind::String ? type + ", const wchar_t*" : type;
+}
+
 void writeOverview(const std::filesystem::path& directory, const std::vector<std::string>& groups, size_t words) {
     OutputFile page(pageFile(directory, "commands"));
     size_t functions = 0;
@@ -213,10 +218,10 @@ void writeOverview(const std::filesystem::path& directory, const std::vector<std
         "name `object` stands for one that exists already.\n\n");
     page.print("## Arguments of commands {{#command_arguments}}\n\n");
     page.print("| Letter | Argument | C++ parameter | Text | Binary words |\n|---|---|---|---|---|\n");
-    for (size_t number = 0; number <= static_cast<size_t>(ArgumentKind::SymbolList); ++number) {
+    for (size_t number = 0; number < kindCount; ++number) {
         const KindRow& kind = kindRow(static_cast<ArgumentKind>(number));
         page.print("| {} | {} | {} | {} | {} |\n", *kind.letter ? fmt::format("`{}`", kind.letter) : "", kind.name,
-                   *kind.parameter ? fmt::format("`{}`", kind.parameter) : "", kind.text, kind.words);
+                   *kind.type ? fmt::format("`{}`", parameterOf(kind)) : "", kind.text, kind.block);
     }
     page.finish();
 }

@@ -7,35 +7,6 @@
 
 namespace Zant::Language {
 
-ValueKind valueKindOf(ArgumentKind place) {
-    switch (place) {
-        case ArgumentKind::Keyword:
-            return ValueKind::Keyword;
-        case ArgumentKind::Double:
-        case ArgumentKind::Int:
-        case ArgumentKind::Bool:
-        case ArgumentKind::Unsigned:
-        case ArgumentKind::DoubleList:
-            return ValueKind::Number;
-        case ArgumentKind::String:
-            return ValueKind::String;
-        case ArgumentKind::Vector:
-        case ArgumentKind::VectorList:
-            return ValueKind::Vector;
-        case ArgumentKind::Axes:
-            return ValueKind::Axes;
-        case ArgumentKind::CoordSys:
-        case ArgumentKind::CoordSysList:
-            return ValueKind::CoordSys;
-        default:
-            return ValueKind::Symbol;
-    }
-}
-
-bool isListPlace(ArgumentKind place) {
-    return place >= ArgumentKind::DoubleList;
-}
-
 const char* Command::word() const {
     return keywordTables()[0].words[form->command - 1];
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "client/protos/forms.h"
+#include "client/protos/argumentkinds.h"
 #include "client/values/axes.h"
 #include "client/values/coordsys.h"
 #include "client/values/varlen.h"
@@ -25,13 +25,14 @@ struct Position {
     size_t column = 0;
 };
 
-/// What a value is. A list has the kind of its items.
-enum class ValueKind : uint8_t { Keyword, Number, String, Vector, Axes, CoordSys, Symbol };
-
 /// @return the kind of value that a place of a form takes
-ValueKind valueKindOf(ArgumentKind place);
+inline ValueKind valueKindOf(ArgumentKind place) {
+    return kindRow(place).value;
+}
 /// @return whether a place of a form takes a list
-bool isListPlace(ArgumentKind place);
+inline bool isListPlace(ArgumentKind place) {
+    return kindRow(place).isList;
+}
 
 /// One value of a command: which of the command's stored items it is. Read it with the accessors of Command.
 struct Value {

@@ -10,39 +10,6 @@ namespace Zant::Language {
 
 namespace {
 
-const char* nameOf(ArgumentKind kind) {
-    switch (kind) {
-        case ArgumentKind::Keyword:
-            return "a keyword";
-        case ArgumentKind::Double:
-            return "a number";
-        case ArgumentKind::Int:
-            return "an integer";
-        case ArgumentKind::Bool:
-            return "0 or 1";
-        case ArgumentKind::Unsigned:
-            return "an integer of 0 or more";
-        case ArgumentKind::String:
-            return "a text in double quotes";
-        case ArgumentKind::Vector:
-            return "a vector";
-        case ArgumentKind::Axes:
-            return "axes";
-        case ArgumentKind::CoordSys:
-            return "a coordinate system";
-        case ArgumentKind::DoubleList:
-            return "a list of numbers";
-        case ArgumentKind::VectorList:
-            return "a list of vectors";
-        case ArgumentKind::CoordSysList:
-            return "a list of coordinate systems";
-        case ArgumentKind::SymbolList:
-            return "a list of symbols";
-        default:
-            return "the name of a symbol";
-    }
-}
-
 std::string quoted(const std::string& text) {
     return "'" + text + "'";
 }
@@ -109,7 +76,7 @@ void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string
             return;
         case Problem::WrongArgument:
             diagnostic.message =
-                argumentOf(grammar, mismatch) + "expected " + nameOf(mismatch.expected) + ", found " + found;
+                argumentOf(grammar, mismatch) + "expected " + kindRow(mismatch.expected).expected + ", found " + found;
             return addForm(formThrough(grammar, mismatch), diagnostic);
         case Problem::BadArgument:
             diagnostic.message = argumentOf(grammar, mismatch) + mismatch.detail;

@@ -15,26 +15,26 @@ namespace Zant {
 ///
 /// Threads: read them on any thread, at any time.
 
-/// What one place of a form takes.
+/// What one place of a form takes; client/protos/argumentkinds.h has the letters, types and names of the kinds.
 enum class ArgumentKind : uint8_t {
-    Keyword,          // a keyword of a table
-    Double,           // d
-    Int,              // i
-    Bool,             // b
-    Unsigned,         // u
-    String,           // s
-    Vector,           // V
-    Axes,             // A
-    CoordSys,         // C
-    Symbol,           // S
-    NewSymbol,        // N: the symbol that the command declares
-    BitmapSymbol,     // B
-    MeshSymbol,       // M
-    VertexMapSymbol,  // X
-    DoubleList,       // Ld
-    VectorList,       // LV
-    CoordSysList,     // LC
-    SymbolList        // LS
+    Keyword,
+    Double,
+    Int,
+    Bool,
+    Unsigned,
+    String,
+    Vector,
+    Axes,
+    CoordSys,
+    Symbol,
+    NewSymbol,  // that the command declares
+    BitmapSymbol,
+    MeshSymbol,
+    VertexMapSymbol,
+    DoubleList,
+    VectorList,
+    CoordSysList,
+    SymbolList
 };
 
 /// A keyword table: `slots` pointers, null where a number has no keyword. Keyword number n stands in slot n - 1.

@@ -57,7 +57,7 @@ public:
 private:
     void checkTails() const {
         for (const auto& [name, tail] : catalogue_.tails) {
-            if (findKind(name)) throw Fault(tail.place, quoted(name) + " is the letter of an argument");
+            if (Zant::findKind(name)) throw Fault(tail.place, quoted(name) + " is the letter of an argument");
             for (const Pattern& pattern : tail.patterns)
                 expand(catalogue_, pattern);
         }
@@ -118,7 +118,7 @@ private:
 
     Token checkToken(const Place& place, const std::string& word, const std::string& path,
                      const std::map<std::string, size_t>& tables) {
-        if (const Kind* kind = findKind(word)) return {word, kind};
+        if (const Zant::KindRow* kind = Zant::findKind(word)) return {word, kind};
         const auto table = tables.find(path);
         if (table == tables.end())
             throw Fault(place, "no table gives the keyword " + quoted(word) + " after " + quoted(path));

@@ -50,8 +50,8 @@ std::string plainName(const std::string& command, const std::vector<Token>& toke
     if (token.is("S") && first && !subjectOf(command).empty()) return subjectOf(command);
     const bool alone =
         !first && tokens[index - 1].isKeyword() && (index + 1 == tokens.size() || tokens[index + 1].isKeyword());
-    if (alone && token.kind->keywordNames && !isReserved(tokens[index - 1].word)) return tokens[index - 1].word;
-    return token.kind->name;
+    if (alone && token.kind->isNamedByKeyword && !isReserved(tokens[index - 1].word)) return tokens[index - 1].word;
+    return token.kind->parameter;
 }
 
 void nameTokens(const std::string& command, std::vector<Token>& tokens) {

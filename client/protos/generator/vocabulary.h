@@ -4,19 +4,18 @@
 #include <string>
 #include <vector>
 
-#include "client/protos/forms.h"
+#include "client/protos/argumentkinds.h"
 #include "client/protos/generator/catalogue.h"
-#include "client/protos/generator/kinds.h"
 
 namespace Generator {
 
 /// One place of a form: a keyword, found in its table, or an argument.
 struct Token {
-    std::string word;            // the keyword, or the letter of the kind
-    const Kind* kind = nullptr;  // of an argument; null for a keyword
-    size_t table = 0;            // index into keywordTables(), for a keyword
-    int number = 0;              // keyword number, for a keyword
-    std::string parameter = {};  // name of the parameter, for an argument
+    std::string word;                     // the keyword, or the letter of the kind
+    const Zant::KindRow* kind = nullptr;  // of an argument; null for a keyword
+    size_t table = 0;                     // index into keywordTables(), for a keyword
+    int number = 0;                       // keyword number, for a keyword
+    std::string parameter = {};           // name of the parameter, for an argument
 
     bool isKeyword() const { return kind == nullptr; }
     bool is(const char* letter) const { return word == letter && kind != nullptr; }

@@ -31,11 +31,9 @@ class VertexMapSymbol;
 /// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
 /// - Every number reaches the engine as a double; above 2^53 an unsigned long is rounded to the nearest one.
 ///
-/// Above each function stands its form as it is sent: keywords, and a letter for each argument. d double, i int, b bool,
-/// u unsigned long, s string; V vector, A axes, C coordinate system; S symbol, N declared symbol, B bitmap, M mesh,
-/// X vertex map; Ld, LV, LC and LS lists.
-///
 /// Threads: one at a time for each prototyper; different ones at the same time.
+///
+/// Above each function stands its form as it is sent: keywords, and a letter for each argument.
 )";
 
 void writeCommand(const CheckedCommand& command, std::string& text) {
@@ -54,7 +52,8 @@ std::string signature(const CheckedForm& form, bool wide) {
     size_t column = text.size();
     for (const Token& token : form.tokens) {
         if (token.isKeyword()) continue;
-        const std::string parameter = (wide && token.is("s") ? "const wchar_t* " : token.kind->type) + token.parameter;
+        const std::string parameter =
+            std::string(wide && token.is("s") ? "const wchar_t*" : token.kind->type) + " " + token.parameter;
         // Room for the comma and blank before it, and for what follows the last one: ") {".
         const bool fits = column + parameter.size() + 5 <= 120;
         text += (fits ? ", " : ",\n    ") + parameter;
@@ -64,7 +63,7 @@ std::string signature(const CheckedForm& form, bool wide) {
 }
 
 std::string headerText(const Vocabulary& vocabulary) {
-    std::string text = opening;
+    std::string text = opening + std::string("/// ") + Zant::letterLegend("\n/// ") + ".\n";
     for (const CheckedGroup& group : vocabulary.groups) {
         text += "\n// The group " + group.name + ": " + std::to_string(group.functions) + " functions.\n";
         for (const CheckedCommand& command : group.commands)
