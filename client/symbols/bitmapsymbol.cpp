@@ -3,32 +3,28 @@
 #include "client/commands/commandbuffer.h"
 #include "client/engine/instance.h"
 #include "client/keywords/enums.h"
+#include "client/keywords/numbers.h"
 
 namespace Zant {
 
 namespace {
 
-constexpr int bitmapOpCommand = 55;
-constexpr int bitmapCommand = 58;
-constexpr int plotOperation = 1;
-constexpr int loadKeyword = 1;
-
 /// The keyword that creates a format; formats without one of their own are created as "floatRgba".
 int formatKeyword(_ZantPixelFormat format) {
     switch (format) {
         case PixelCharGray:
-            return 2;
+            return Enums::bitmaps_charGray;
         case PixelCharRgba:
-            return 3;
+            return Enums::bitmaps_charRgba;
         case PixelFloatGray:
-            return 4;
+            return Enums::bitmaps_floatGray;
         case PixelFloatRgb:
         case PixelFloatRgbx:
-            return 5;
+            return Enums::bitmaps_floatRgb;
         case PixelBitPlane:
-            return 12;
+            return Enums::bitmaps_bitPlane;
         default:
-            return 6;
+            return Enums::bitmaps_floatRgba;
     }
 }
 
@@ -51,15 +47,15 @@ BitmapSymbol::BitmapSymbol(CommandBuffer& commands, void* memory, int width, int
 }
 
 BitmapSymbol::BitmapSymbol(CommandBuffer& commands, const char* symbolName) : Symbol(commands, symbolName) {
-    define(bitmapCommand);
+    define(Enums::cmd_bitmap);
     registerAndLink();
 }
 
 BitmapSymbol::BitmapSymbol(const char* fileName, CommandBuffer& commands, const char* symbolName)
     : Symbol(commands, symbolName) {
-    buffer->addKeyword(Enums::cmd_strings, bitmapCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_bitmap);
     buffer->addSymbol(*this);
-    buffer->addKeyword(Enums::bitmaps_strings, loadKeyword);
+    buffer->addKeyword(Enums::bitmaps_strings, Enums::bitmaps_load);
     buffer->addString(fileName);
     buffer->parse();
     registerAndLink();
@@ -74,7 +70,7 @@ BitmapSymbol::BitmapSymbol(CommandBuffer& commands, const Bitmap& source, int wi
 BitmapSymbol::~BitmapSymbol() = default;
 
 void BitmapSymbol::registerSymbol(int width, int height, _ZantPixelFormat format) {
-    buffer->addKeyword(Enums::cmd_strings, bitmapCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_bitmap);
     buffer->addSymbol(*this);
     buffer->addKeyword(Enums::bitmaps_strings, formatKeyword(format));
     bitmap.data = nullptr;
@@ -115,9 +111,9 @@ int BitmapSymbol::setSharedMemory(void* memory, int width, int height) {
 }
 
 void BitmapSymbol::setPixel(int x, int y, const Vector& colour) {
-    buffer->addKeyword(Enums::cmd_strings, bitmapOpCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_bitmapOp);
     buffer->addSymbol(*this);
-    buffer->addKeyword(Enums::bitmapOp_strings, plotOperation);
+    buffer->addKeyword(Enums::bitmapOp_strings, Enums::bitmapOp_plot);
     buffer->addVector(Vector(x, y));
     buffer->addVector(colour);
     buffer->parse();

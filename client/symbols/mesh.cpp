@@ -2,26 +2,18 @@
 
 #include "client/commands/commandbuffer.h"
 #include "client/keywords/enums.h"
+#include "client/keywords/numbers.h"
 #include "client/symbols/vertexmap.h"
 
 namespace Zant {
 
-namespace {
-
-constexpr int meshOpCommand = 80;
-constexpr int meshCommand = 99;
-constexpr int meshAddPolyCommand = 100;
-constexpr int pointsOperation = 9;
-
-}  // namespace
-
 void MeshSymbol::registerSymbol() {
-    define(meshCommand);
+    define(Enums::cmd_mesh);
     Symbol::registerSymbol(HandleMesh, nullptr);
 }
 
 void MeshSymbol::addPoly(int value1, const VarLenDouble& list, int value2, int value3) {
-    buffer->addKeyword(Enums::cmd_strings, meshAddPolyCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_meshAddPoly);
     buffer->addSymbol(*this);
     buffer->addDouble(value1);
     buffer->addVarLenDouble(list);
@@ -31,9 +23,9 @@ void MeshSymbol::addPoly(int value1, const VarLenDouble& list, int value2, int v
 }
 
 void MeshSymbol::points(const VertexMapSymbol& map) {
-    buffer->addKeyword(Enums::cmd_strings, meshOpCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_meshOp);
     buffer->addSymbol(*this);
-    buffer->addKeyword(Enums::meshOperations_strings, pointsOperation);
+    buffer->addKeyword(Enums::meshOperations_strings, Enums::meshOperations_points);
     buffer->addSymbol(map);
     buffer->parse();
 }

@@ -6,12 +6,12 @@
 #include "client/commands/commandbuffer.h"
 #include "client/engine/instance.h"
 #include "client/keywords/enums.h"
+#include "client/keywords/numbers.h"
 
 namespace Zant {
 
 namespace {
 
-constexpr int deleteCommand = 42;
 constexpr int wrongType = 2;
 
 void* asPointer(uint64_t handle) {
@@ -99,7 +99,7 @@ int Symbol::setValue(const ZantParserExchangeBuffer& record) const {
 }
 
 void Symbol::freeSymbol() {
-    if (isRegistered()) define(deleteCommand);
+    if (isRegistered()) define(Enums::cmd_delete);
 }
 
 bool Symbol::readValue(ZantParserExchangeBuffer& record, int32_t code) const {

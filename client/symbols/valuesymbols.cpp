@@ -2,14 +2,11 @@
 
 #include <algorithm>
 
+#include "client/keywords/numbers.h"
+
 namespace Zant {
 
 namespace {
-
-constexpr int vectorCommand = 14;
-constexpr int axesCommand = 16;
-constexpr int varCommand = 18;
-constexpr int stringCommand = 112;
 
 constexpr int32_t failedAxes = -1;
 
@@ -30,7 +27,7 @@ void copyVector(Vector& target, const ZantVectorCore& source) {
 // ---- DoubleSymbol ---------------------------------------------------------------------------------------------------
 
 void DoubleSymbol::registerSymbol() {
-    define(varCommand);
+    define(Enums::cmd_var);
     Symbol::registerSymbol(HandleValue, nullptr);
 }
 
@@ -50,7 +47,7 @@ bool DoubleSymbol::directGet(Double& number) const {
 // ---- StringSymbol ---------------------------------------------------------------------------------------------------
 
 void StringSymbol::registerSymbol() {
-    define(stringCommand);
+    define(Enums::cmd_string);
     Symbol::registerSymbol(HandleValue, nullptr);
 }
 
@@ -76,7 +73,7 @@ const char* StringSymbol::toString(DynamicBuffer&) const {
 // ---- VectorSymbol ---------------------------------------------------------------------------------------------------
 
 void VectorSymbol::registerSymbol() {
-    define(vectorCommand);
+    define(Enums::cmd_vector);
     Symbol::registerSymbol(HandleValue, nullptr);
 }
 
@@ -99,7 +96,7 @@ bool VectorSymbol::directGet(Vector& vector) const {
 // ---- AxesSymbol -----------------------------------------------------------------------------------------------------
 
 void AxesSymbol::registerSymbol() {
-    define(axesCommand);
+    define(Enums::cmd_axes);
     Symbol::registerSymbol(HandleValue, nullptr);
 }
 

@@ -3,16 +3,11 @@
 #include "client/commands/commandbuffer.h"
 #include "client/engine/instance.h"
 #include "client/keywords/enums.h"
+#include "client/keywords/numbers.h"
 
 namespace Zant {
 
 namespace {
-
-constexpr int vertexMapCommand = 87;
-constexpr int vertex2dCommand = 88;
-constexpr int vertex3dCommand = 89;
-constexpr int vertexDataCommand = 90;
-constexpr int fixedSizeType = 1;
 
 /// The engine's information integer that says, in bit 0, whether vertex maps hold doubles.
 constexpr int vertexMapInformation = 1;
@@ -21,11 +16,11 @@ constexpr int vertexMapInformation = 1;
 
 void VertexMapSymbol::registerSymbol(int dimension, unsigned long size, int samples) {
     info = {};
-    buffer->addKeyword(Enums::cmd_strings, vertexMapCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_vertexMap);
     buffer->addSymbol(*this);
     buffer->addDouble(dimension);
     if (size != 0) {
-        buffer->addKeyword(Enums::vertexMapTypes_strings, fixedSizeType);
+        buffer->addKeyword(Enums::vertexMapTypes_strings, Enums::vertexMapTypes_fixedSize);
         buffer->addDouble(static_cast<double>(size));
         buffer->addDouble(samples);
     }
@@ -42,7 +37,7 @@ void VertexMapSymbol::refreshDirectLink() {
 }
 
 void VertexMapSymbol::data(unsigned long row, const Vector& vector) {
-    buffer->addKeyword(Enums::cmd_strings, vector.count == 2 ? vertex2dCommand : vertex3dCommand);
+    buffer->addKeyword(Enums::cmd_strings, vector.count == 2 ? Enums::cmd_vertex2d : Enums::cmd_vertex3d);
     buffer->addSymbol(*this);
     buffer->addDouble(static_cast<double>(row));
     buffer->addVector(vector);
@@ -50,7 +45,7 @@ void VertexMapSymbol::data(unsigned long row, const Vector& vector) {
 }
 
 void VertexMapSymbol::data(unsigned long row, const VarLenDouble& list) {
-    buffer->addKeyword(Enums::cmd_strings, vertexDataCommand);
+    buffer->addKeyword(Enums::cmd_strings, Enums::cmd_vertexData);
     buffer->addSymbol(*this);
     buffer->addDouble(static_cast<double>(row));
     buffer->addVarLenDouble(list);

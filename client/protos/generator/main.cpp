@@ -33,10 +33,11 @@ void writeFile(const std::string& path, const std::string& text) {
 }
 
 void generate(const std::string& directory, const Vocabulary& vocabulary) {
-    writeFile(directory + "/protos.h", headerText(vocabulary));
+    writeFile(directory + "/keywords/numbers.h", numbersText());
+    writeFile(directory + "/protos/protos.h", headerText(vocabulary));
     for (const CheckedGroup& group : vocabulary.groups)
-        writeFile(directory + "/protos_" + group.name + ".cpp", sourceText(group));
-    writeFile(directory + "/forms.cpp", formsText(vocabulary));
+        writeFile(directory + "/protos/protos_" + group.name + ".cpp", sourceText(group));
+    writeFile(directory + "/protos/forms.cpp", formsText(vocabulary));
 }
 
 }  // namespace

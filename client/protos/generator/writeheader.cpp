@@ -72,4 +72,18 @@ std::string headerText(const Vocabulary& vocabulary) {
     return text + "\n#endif\n";
 }
 
+std::string numbersText() {
+    std::string text =
+        "#ifndef ZANT_CLIENT_KEYWORDS_NUMBERS_H\n#define ZANT_CLIENT_KEYWORDS_NUMBERS_H\n\n"
+        "// Made from client/keywords/enums.cpp by the build. Internal: not installed.\nnamespace Zant::Enums {\n\n";
+    for (const Zant::KeywordTable& table : Zant::keywordTables()) {
+        const std::string name = table.name, prefix = name.substr(0, name.rfind('_') + 1);
+        for (int slot = 0; slot < table.slots; ++slot) {
+            if (!table.words[slot]) continue;
+            text += "constexpr int " + prefix + table.words[slot] + " = " + std::to_string(slot + 1) + ";\n";
+        }
+    }
+    return text + "\n}  // namespace Zant::Enums\n\n#endif\n";
+}
+
 }  // namespace Generator

@@ -13,6 +13,9 @@ std::string signature(const CheckedForm& form, bool wide);
 /// The public header.
 std::string headerText(const Vocabulary& vocabulary);
 
+/// The header of the keywords' numbers, `cmd_delete` for "delete" of cmd_strings, for the library's own use.
+std::string numbersText();
+
 /// The functions of one group.
 std::string sourceText(const CheckedGroup& group);
 
