@@ -11,7 +11,6 @@
 namespace Zant::App {
 namespace {
 
-
 int explainNothing(const std::string& asked) {
     const char* nearest = nearestCommandWord(asked);
     const std::string suggestion = nearest ? fmt::format(", did you mean '{}'?", nearest) : "";

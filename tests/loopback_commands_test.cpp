@@ -14,6 +14,9 @@
 #include "randomcommands.h"
 
 namespace Zant::Tests {
+
+using namespace Language;
+
 namespace {
 
 // The name of a symbol: one of the engine's own objects, or a new one.

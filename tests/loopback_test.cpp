@@ -16,7 +16,6 @@
 #include "loopbackhost.h"
 
 namespace Zant::Tests {
-using namespace Language;
 namespace {
 
 TEST(Loopback, SpeaksThroughTheListenerAndClosesItsStream) {
