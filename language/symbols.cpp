@@ -94,7 +94,7 @@ void SymbolTable::checkName(const Command& command, size_t place, const char* na
     if (wanted == 0 || !object || object->command == wanted) return;
     const std::string kind = commandWord(wanted);
     findings.push_back(
-        {Problem::OtherKind, place, quoted(name) + " is no " + kind + ", it was " + declared(*object), {}});
+        {Problem::OtherKind, place, quoted(name) + " is not a " + kind + ", it was " + declared(*object), {}});
 }
 
 void SymbolTable::checkDeclaration(const Command& command, size_t place, std::vector<Finding>& findings) const {

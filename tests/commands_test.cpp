@@ -1,140 +1,17 @@
-// Every item in every encoding, the error protocol, names, wide strings, and what a command costs in allocations.
+// Every item in every encoding, prototypers, and what a command costs in allocations.
 
 #include <cmath>
 #include <limits>
 #include <memory>
 
-#include "client/commands/commandbuffer.h"
-#include "client/commands/utf8.h"
-#include "client/encoding/commandbinarybuffer.h"
-#include "client/encoding/commandtextbuffer.h"
 #include "client/encoding/prototyper.h"
 #include "client/symbols/symbol.h"
 #include "tests/allocationcount.h"
-#include "tests/recordingengine.h"
+#include "tests/commandstest.h"
 
 namespace {
 
-using namespace Zant;
-using RecordingEngine::state;
-using RecordingEngine::Texts;
-
 constexpr double pi = 3.141592653589793;
-
-/// A binary block as it should be. Padding is not compared.
-class Block {
-public:
-    Block() { word(0); }
-    Block& word(uint64_t value) { return bytes(&value, sizeof value); }
-    Block& real(double value) { return bytes(&value, sizeof value); }
-    Block& number(double value) { return word(0).real(value); }
-    Block& reals(std::initializer_list<double> values) {
-        for (double value : values)
-            real(value);
-        return *this;
-    }
-    Block& text(const std::string& characters) {
-        word(characters.size()).bytes(characters.c_str(), characters.size() + 1);
-        compared.resize((compared.size() + 7) / 8 * 8, false);
-        expected.resize(compared.size());
-        return *this;
-    }
-    Block& list(size_t length) { return word(static_cast<uint64_t>(-2)).word(length); }
-    Block& end() { return word(static_cast<uint64_t>(-3)); }
-
-    /// Whether a block that was sent is this one with its end marker and length.
-    testing::AssertionResult is(const std::string& sent) {
-        end();
-        const uint64_t length = expected.size();
-        std::memcpy(&expected[0], &length, sizeof length);
-        if (sent.size() != length) return testing::AssertionFailure() << sent.size() << " bytes, not " << length;
-        for (size_t i = 0; i < length; ++i) {
-            if (compared[i] && sent[i] != expected[i]) return testing::AssertionFailure() << "differs at byte " << i;
-        }
-        return testing::AssertionSuccess();
-    }
-
-private:
-    Block& bytes(const void* data, size_t size) {
-        expected.append(static_cast<const char*>(data), size);
-        compared.resize(expected.size(), true);
-        return *this;
-    }
-    std::string expected;
-    std::vector<bool> compared;
-};
-
-class Offline : public CommandOfflineBuffer {
-public:
-    using CommandOfflineBuffer::CommandOfflineBuffer;
-    void parseOffline(const char* command) override { commands.push_back(command); }
-    Texts commands;
-};
-
-/// Keeps every code that is reported, and may answer with a command of its own.
-template <class Buffer>
-class Reporting : public Buffer {
-public:
-    using Buffer::Buffer;
-    void errorHandle(int code) override {
-        codes.push_back(code);
-        if (onError) onError();
-    }
-    std::vector<int> codes;
-    std::function<void()> onError;
-};
-
-class Commands : public RecordingEngine::Test {
-protected:
-    void expectBinary(Block block) {
-        ASSERT_EQ(state.parsed.size(), 1u);
-        EXPECT_TRUE(block.is(state.parsed[0].data));
-        EXPECT_EQ(state.parsed[0].mode, 2);
-        EXPECT_FALSE(state.parsed[0].hasSource);
-        state.parsed.clear();
-    }
-    void expectText(const char* source, int mode, const std::string& text) {
-        ASSERT_EQ(state.parsed.size(), 1u);
-        EXPECT_EQ(state.parsed[0].data, text);
-        EXPECT_EQ(state.parsed[0].source, source);
-        EXPECT_EQ(state.parsed[0].mode, mode);
-        state.parsed.clear();
-    }
-
-    /// Writes one command in every encoding.
-    void expectAll(const std::function<void(CommandBuffer&)>& write, const std::string& text, const std::string& quick,
-                   Block binary) {
-        SCOPED_TRACE(text.substr(0, 80));
-        const auto send = [&](CommandBuffer& buffer) {
-            write(buffer);
-            buffer.parse();
-        };
-        send(textBuffer);
-        expectText("CommandTextBuffer", 0, text);
-        send(quickBuffer);
-        expectText("CommandQuickTextBuffer", 1, quick);
-        send(offlineBuffer);
-        EXPECT_EQ(offlineBuffer.commands.back(), text);
-        send(binaryBuffer);
-        expectBinary(binary);
-    }
-
-    /// One argument of the command "rem" (number 1).
-    void expectItem(const std::function<void(CommandBuffer&)>& add, const std::string& item, Block binary) {
-        const auto write = [&](CommandBuffer& buffer) {
-            buffer.addEnum(1, "rem");
-            add(buffer);
-        };
-        expectAll(write, "rem " + item + ";", "[1]," + item + ";", binary);
-    }
-
-    static Block rem() { return Block().word(1); }
-
-    Reporting<CommandTextBuffer> textBuffer{instance};
-    CommandQuickTextBuffer quickBuffer{instance};
-    Offline offlineBuffer;
-    Reporting<CommandBinaryBuffer> binaryBuffer{instance};
-};
 
 TEST_F(Commands, KeywordsAndNumbers) {
     expectAll(
@@ -166,31 +43,6 @@ TEST_F(Commands, KeywordsAndNumbers) {
     expectItem([](CommandBuffer& b) { b.addDouble(std::numeric_limits<double>::infinity()); }, "0",
                rem().number(std::numeric_limits<double>::infinity()));
     EXPECT_STREQ(textBuffer.getTerminatedBuffer(), ";");
-}
-
-TEST_F(Commands, LightExample) {
-    Symbol sky(offlineBuffer, "sky");
-    const auto write = [&](CommandBuffer& b) {
-        b.addEnum(11, "lightAdd");
-        b.addEnum(20, "adaptive");
-        b.addVector(Vector(0, 10, 0));
-        b.addVector(Vector(1, 1, 1));
-        b.addVector(Vector(0, -1, 0));
-        b.addSymbol(sky);
-        b.addDouble(0.5);
-        b.addDouble(16);
-        b.addDouble(2);
-    };
-    const auto block = [](bool registered) {
-        Block b = Block().word(11).word(20);
-        b.word(3).reals({0, 10, 0}).word(3).reals({1, 1, 1}).word(3).reals({0, -1, 0});
-        registered ? b.word(0).word(0xABCDEF0123456789) : b.text("sky");
-        return b.number(0.5).number(16).number(2);
-    };
-    const std::string arguments = ",(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;";
-    expectAll(write, "lightAdd adaptive" + arguments, "[11],[20]" + arguments, block(false));
-    sky.registered = 0xABCDEF0123456789;
-    expectAll(write, "lightAdd adaptive" + arguments, "[11],[20]" + arguments, block(true));
 }
 
 TEST_F(Commands, Strings) {
@@ -319,214 +171,45 @@ TEST_F(Commands, AxesAndCoordinateSystems) {
 TEST_F(Commands, Lists) {
     const Double numbers[] = {1.0, 2.0, 3.0};
     expectItem([&](CommandBuffer& b) { b.addVarLenDouble(numbers); }, "{1,2,3}",
-               rem().list(56).number(1).number(2).number(3).end());
+               rem().list().number(1).number(2).number(3).endList());
     expectItem([&](CommandBuffer& b) { b.addVarLenDouble(VarLenDouble(numbers, 1)); }, "1",
-               rem().list(24).number(1).end());
+               rem().list().number(1).endList());
     expectItem(
         [&](CommandBuffer& b) {
             b.addDouble(1);
             b.addVarLenDouble(VarLenDouble());
             b.addDouble(2);
         },
-        "1,,2", rem().number(1).list(8).end().number(2));
+        "1,,2", rem().number(1).list().endList().number(2));
 
     const Vector vectors[] = {Vector(1, 2, 3), Vector(4, 5)};
     expectItem([&](CommandBuffer& b) { b.addVarLenVector(VarLenVector(vectors, 1)); }, "(1,2,3)",
-               rem().list(40).word(3).reals({1, 2, 3}).end());
+               rem().list().word(3).reals({1, 2, 3}).endList());
     expectItem([&](CommandBuffer& b) { b.addVarLenVector(vectors); }, "{(1,2,3),(4,5)}",
-               rem().list(64).word(3).reals({1, 2, 3}).word(2).reals({4, 5}).end());
+               rem().list().word(3).reals({1, 2, 3}).word(2).reals({4, 5}).endList());
 
     const AxesHpb axes[] = {AxesHpb(), AxesHpb(pi, 0, 0)};
     expectItem([&](CommandBuffer& b) { b.addVarLenAxes(axes); }, "{<>,<180,0,0>}",
-               rem().list(120).word(2).reals({0, 0, 0, 1, 1, 1}).word(2).reals({pi, 0, 0, 1, 1, 1}).end());
+               rem().list().word(2).reals({0, 0, 0, 1, 1, 1}).word(2).reals({pi, 0, 0, 1, 1, 1}).endList());
 
     const CoordSys systems[] = {CoordSys(), CoordSys(Vector(1, 2, 3), AxesHpb(pi, 0, 0))};
     expectItem([&](CommandBuffer& b) { b.addVarLenCoordSys(systems); }, "{(0,0,0)@<>,(1,2,3)@<180,0,0>}",
-               rem().list(120).reals({0, 0, 0}).word(0).reals({1, 2, 3}).word(2).reals({pi, 0, 0, 1, 1, 1}).end());
+               rem().list().reals({0, 0, 0}).word(0).reals({1, 2, 3}).word(2).reals({pi, 0, 0, 1, 1, 1}).endList());
 
     Symbol known(offlineBuffer, "known"), unknown(offlineBuffer, "unknown8");
     known.registered = 77;
     const Symbol* symbols[] = {&known, &unknown};
     expectItem([&](CommandBuffer& b) { b.addVarLenSymbol(symbols); }, "{known,unknown8}",
-               rem().list(48).word(0).word(77).text("unknown8").end());
+               rem().list().word(0).word(77).text("unknown8").endList());
 
     std::vector<Double> many(100000, Double(7));
     std::string text = "{7";
-    Block block = rem().list(many.size() * 16 + 8).number(7);
+    Block block = rem().list().number(7);
     for (size_t i = 1; i < many.size(); ++i) {
         text += ",7";
         block.number(7);
     }
-    expectItem([&](CommandBuffer& b) { b.addVarLenDouble(many); }, text + "}", block.end());
-}
-
-TEST_F(Commands, Separators) {
-    textBuffer.setArgumentSeparator();
-    textBuffer.addDouble(1);
-    EXPECT_STREQ(textBuffer.getTerminatedBuffer(), ",1;");
-    textBuffer.setCommandSeparator();
-    textBuffer.addDouble(1);
-    textBuffer.setCommandSeparator();
-    textBuffer.addDouble(2);
-    EXPECT_STREQ(textBuffer.getTerminatedBuffer(), " 1,2;");
-    quickBuffer.setCommandSeparator();
-    quickBuffer.addDouble(1);
-    EXPECT_STREQ(quickBuffer.getTerminatedBuffer(), ",1;");
-    textBuffer.quick = true;
-    textBuffer.addEnum(46, "fg");
-    textBuffer.parse();
-    expectText("CommandTextBuffer", 0, "[46];");
-    quickBuffer.quick = false;
-    quickBuffer.addEnum(46, "fg");
-    quickBuffer.addDouble(1);
-    quickBuffer.parse();
-    expectText("CommandQuickTextBuffer", 1, "[46] 1;");
-    offlineBuffer.error(3);
-    offlineBuffer.addEnum(1, "rem");
-    offlineBuffer.parse();
-    EXPECT_EQ(offlineBuffer.commands, Texts{"rem;"}) << "an error does not hold an offline buffer back";
-}
-
-void send(CommandBuffer& buffer, int number, const char* word) {
-    buffer.addEnum(46, "fg");
-    buffer.addEnum(number, word);
-    buffer.parse();
-}
-
-TEST_F(Commands, TextHoldsBackAfterAnError) {
-    send(textBuffer, 1, "first");
-    state.parseResult = 3;
-    send(textBuffer, 23, "reset");
-    EXPECT_EQ(textBuffer.errorCode, 3);
-    send(textBuffer, 23, "reset");
-    send(textBuffer, 24, "render");
-    textBuffer.addDouble(3);
-    textBuffer.parse();
-    EXPECT_EQ(texts(), (Texts{"fg first;", "fg reset;"}));
-    EXPECT_EQ(textBuffer.codes, std::vector<int>{3}) << "reported once";
-    state.parseResult = 0;
-    textBuffer.error(0);
-    textBuffer.parse();
-    send(textBuffer, 1, "last");
-    EXPECT_EQ(texts(), (Texts{"fg first;", "fg reset;", "fg reset,fg,render,3;", "fg last;"}));
-    EXPECT_EQ(textBuffer.codes, std::vector<int>{3});
-}
-
-TEST_F(Commands, BinaryDropsAfterAnError) {
-    state.parseResult = 3;
-    send(binaryBuffer, 1, "first");
-    send(binaryBuffer, 2, "second");
-    EXPECT_EQ(state.parsed.size(), 1u);
-    state.parsed.clear();
-    state.parseResult = 0;
-    binaryBuffer.error(7);
-    send(binaryBuffer, 3, "third");
-    binaryBuffer.error(0);
-    send(binaryBuffer, 4, "fourth");
-    expectBinary(Block().word(46).word(4));
-    EXPECT_EQ(binaryBuffer.codes, (std::vector<int>{3, 7}));
-}
-
-TEST_F(Commands, AHookMaySendThroughItsOwnBuffer) {
-    binaryBuffer.onError = [&] {
-        state.parseResult = 0;
-        binaryBuffer.error(0);
-        send(binaryBuffer, 2, "repair");
-    };
-    state.parseResult = 3;
-    send(binaryBuffer, 1, "broken");
-    send(binaryBuffer, 5, "next");
-    ASSERT_EQ(state.parsed.size(), 3u);
-    EXPECT_TRUE(Block().word(46).word(2).is(state.parsed[1].data));
-    EXPECT_TRUE(Block().word(46).word(5).is(state.parsed[2].data));
-
-    textBuffer.onError = [&] {
-        state.parseResult = 0;
-        textBuffer.error(0);
-        send(textBuffer, 2, "repair");
-    };
-    state.parsed.clear();
-    state.parseResult = 3;
-    send(textBuffer, 1, "broken");
-    EXPECT_EQ(texts(), (Texts{"fg broken;", "fg repair;"}));
-}
-
-TEST(CommandNames, Digits) {
-    const struct {
-        int digit;
-        char character;
-    } digits[] = {{0, '0'}, {9, '9'}, {10, 'a'}, {34, 'y'}, {35, 'A'}, {59, 'Y'}, {60, 'Z'}, {-1, '/'}};
-    for (const auto& row : digits)
-        EXPECT_EQ(CommandBuffer::encode(row.digit), row.character) << row.digit;
-    const struct {
-        size_t value;
-        int radix;
-        const char* text;
-    } values[] = {{0, 60, "_"},
-                  {0, 16, "_"},
-                  {5, 60, "_5"},
-                  {35, 60, "A"},
-                  {60, 60, "_10"},
-                  {255, 16, "ff"},
-                  {0x600000c04a80, 16, "_600000c04a80"},
-                  {0x600000c04a80, 60, "CHmbwTyF"},
-                  {0xa0001234, 16, "a0001234"},
-                  {0xa0001234, 60, "_3r7Akk"},
-                  {SIZE_MAX, 16, "ffffffffffffffff"},
-                  {0x1000000000000000, 16, "_1000000000000000"}};
-    for (const auto& row : values) {
-        char text[18];
-        CommandBuffer::encode(row.value, text, row.radix);
-        EXPECT_STREQ(text, row.text);
-    }
-}
-
-TEST_F(Commands, AutomaticNames) {
-    CommandBuffer* const buffers[] = {&textBuffer, &quickBuffer, &offlineBuffer, &binaryBuffer};
-    const int radixes[] = {16, 60, 16, 60};
-    for (size_t i = 0; i < 4; ++i) {
-        Symbol symbol(*buffers[i]);
-        char expected[18];
-        CommandBuffer::encode(reinterpret_cast<size_t>(&symbol), expected, radixes[i]);
-        EXPECT_STREQ(symbol.name, expected) << i;
-    }
-}
-
-TEST(Utf8, CodeValues) {
-    const struct {
-        unsigned int code;
-        const char* bytes;
-    } rows[] = {{0x7F, "\x7F"},
-                {0x80, "\xC2\x80"},
-                {0x7FF, "\xDF\xBF"},
-                {0x800, "\xE0\xA0\x80"},
-                {0x20AC, "\xE2\x82\xAC"},
-                {0xD800, "\xED\xA0\x80"},
-                {0xFFFF, "\xEF\xBF\xBF"},
-                {0x10000, "\xF0\x90\x80\x80"},
-                {0x10FFFF, "\xF4\x8F\xBF\xBF"},
-                {0x1FFFFF, "\xF7\xBF\xBF\xBF"},
-                {0x200000, "\xF8\x88\x80\x80\x80"},
-                {0x3FFFFFF, "\xFB\xBF\xBF\xBF\xBF"},
-                {0x4000000, "\xFC\x84\x80\x80\x80\x80"},
-                {0x7FFFFFFF, "\xFD\xBF\xBF\xBF\xBF\xBF"}};
-    for (const auto& row : rows) {
-        const wchar_t text[] = {static_cast<wchar_t>(row.code), L'z', 0};
-        const UTF8EncoderBuffer<wchar_t> encoded(text);
-        EXPECT_EQ(std::string(encoded.data), std::string(row.bytes) + "z") << row.code;
-        EXPECT_EQ(encoded.capacity, std::strlen(row.bytes) + 2);
-    }
-    char untouched[] = "abc";
-    UTF8Codec::encode(0x80000000u, untouched);
-    EXPECT_STREQ(untouched, "abc");
-    UTF8EncoderBuffer<wchar_t> reused(L"");
-    EXPECT_STREQ(reused.data, "");
-    const wchar_t invalidText[] = {static_cast<wchar_t>(0xFFFFFFFFu), 0};
-    EXPECT_FALSE(reused.encode(invalidText));
-    EXPECT_EQ(UTF8EncoderBuffer<wchar_t>::stringUTF8Length(invalidText), static_cast<size_t>(-1));
-    EXPECT_EQ(UTF8EncoderBuffer<wchar_t>(invalidText).data, nullptr);
-    EXPECT_TRUE(reused.encode(L"longer"));
-    EXPECT_STREQ(reused.data, "longer");
+    expectItem([&](CommandBuffer& b) { b.addVarLenDouble(many); }, text + "}", block.endList());
 }
 
 /// Counts its end.

@@ -189,6 +189,7 @@ TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     std::ofstream(self.name()) << "include \"" << self.name() << "\"; echo \"once\";";
     EXPECT_EQ(host.parse(("include \"" + self.name() + "\";").c_str()), 6);
     EXPECT_NE(host.text.take().find("includes itself\nonce\n"), std::string::npos);
+    EXPECT_EQ(host.parse(("include \"" + inner.name() + "\";").c_str(), inner.name().c_str()), 0) << "only its name";
     const TemporaryFile pipe;
     ASSERT_EQ(mkfifo(pipe.name().c_str(), 0600), 0);
     for (const std::string& odd : {std::string(), std::string("/"), std::string("/dev/zero"), pipe.name(),

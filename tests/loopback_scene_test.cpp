@@ -349,6 +349,8 @@ TEST(LoopbackVertexMaps, AreFilledByCommandAndByLink) {
         EXPECT_EQ(map.direct()->getValueDouble(2, 1, 1), 6);
         host.parse("clear v;");
         EXPECT_EQ(map.direct()->getValueDouble(2, 1, 1), 0);
+        host.parse("vertexMapOp v,resize,2;");
+        EXPECT_EQ(map.direct()->getSize(), 2U);
     }
 }
 

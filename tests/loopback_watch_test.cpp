@@ -33,6 +33,7 @@ TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
     EXPECT_EQ(tables.parser->parse(engine, "echo;", nullptr, ParseText), 9);
     EXPECT_EQ(tables.parser->getValue(parser, nullptr, &record), 0);
     tables.library->destroyInstance(engine);
+    tables.library->destroyInstance(static_cast<ZantLibraryInstance*>(host.instance->parserContext));
     EXPECT_EQ(tables.raytrace->createContext(engine), nullptr);
     EXPECT_EQ(tables.mt->mutexOp(&record, 1, 0), 0);
     tables.mt->destroyJob(&record);
@@ -44,6 +45,7 @@ TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
     EXPECT_EQ(file.content(),
               "parse: the parser context is no longer alive\nparse: the parser context does not belong to this engine\n"
               "getValue: the parser context is no longer alive\ndestroyInstance: the instance is no longer alive\n"
+              "destroyInstance: the instance does not belong to this engine\n"
               "createContext: the instance is no longer alive\nmutexOp: the mutex does not belong to this engine\n"
               "destroyJob: the job context does not belong to this engine\n"
               "describeBuffer: the ray context does not belong to this engine\n");

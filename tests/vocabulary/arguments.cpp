@@ -41,67 +41,6 @@ void Recorder::addEnum(int number, const char* word) {
     events.push_back({"addEnum", static_cast<double>(number), word, nullptr});
 }
 
-void Block::put(const void* data, size_t size) {
-    const auto* first = static_cast<const unsigned char*>(data);
-    bytes.insert(bytes.end(), first, first + size);
-    known.resize(bytes.size(), true);
-    const size_t padding = (8 - bytes.size() % 8) % 8;
-    bytes.resize(bytes.size() + padding);
-    known.resize(bytes.size(), false);
-}
-
-void Block::setWord(size_t offset, uint64_t value) {
-    std::memcpy(bytes.data() + offset, &value, sizeof value);
-}
-
-void Block::word(uint64_t value) {
-    put(&value, sizeof value);
-}
-
-void Block::number(double value) {
-    word(0);
-    put(&value, sizeof value);
-}
-
-void Block::rawNumbers(const std::vector<double>& values) {
-    for (const double value : values)
-        put(&value, sizeof value);
-}
-
-void Block::numbers(uint64_t count, const std::vector<double>& values) {
-    word(count);
-    rawNumbers(values);
-}
-
-void Block::text(const std::string& text) {
-    word(text.size());
-    put(text.c_str(), text.size() + 1);
-}
-
-void Block::beginList() {
-    word(static_cast<uint64_t>(-2));
-    word(0);
-    list = bytes.size();
-}
-
-void Block::endList() {
-    word(static_cast<uint64_t>(-3));
-    setWord(list - 8, bytes.size() - list);
-}
-
-void Block::end() {
-    word(static_cast<uint64_t>(-3));
-    setWord(0, bytes.size());
-}
-
-long Block::difference(const std::string& other) const {
-    for (size_t offset = 0; offset < bytes.size() && offset < other.size(); ++offset) {
-        if (known[offset] && bytes[offset] != static_cast<unsigned char>(other[offset]))
-            return static_cast<long>(offset);
-    }
-    return bytes.size() == other.size() ? -1 : static_cast<long>(std::min(bytes.size(), other.size()));
-}
-
 /// The arguments of one place, v being the place counted from 1.
 struct Arguments::Sample {
     Sample(Recorder& buffer, size_t place, std::vector<Event>& log)
@@ -278,43 +217,37 @@ std::string Arguments::text(const std::string& letter, size_t place) const {
     return letter + v;
 }
 
-void Arguments::writeSymbol(Block& block, size_t place) const {
+HandmadeBlock& Arguments::writeSymbol(HandmadeBlock& block, size_t place) const {
     if (!isRegistered(place)) return block.text(numbered("S", place));
-    block.word(0);
-    block.word(samples[place]->symbol.registered);
+    return block.word(0).word(samples[place]->symbol.registered);
 }
 
-void Arguments::writeList(Block& block, const std::string& letter, size_t place) const {
-    block.beginList();
-    if (letter == "Ld") {
-        block.number(valueAt(place));
-        block.number(0.5);
-    } else if (letter == "LV") {
-        write(block, "V", place);
-        block.numbers(3, {0, 1, 2});
-    } else if (letter == "LC") {
+HandmadeBlock& Arguments::writeList(HandmadeBlock& block, const std::string& letter, size_t place) const {
+    block.list();
+    if (letter == "Ld")
+        block.number(valueAt(place)).number(0.5);
+    else if (letter == "LV")
+        write(block, "V", place).word(3).reals({0, 1, 2});
+    else if (letter == "LC")
         write(block, "C", place);
-    } else {
-        writeSymbol(block, place);
-        write(block, "M", place);
-    }
-    block.endList();
+    else
+        write(writeSymbol(block, place), "M", place);
+    return block.endList();
 }
 
-void Arguments::write(Block& block, const std::string& letter, size_t place) const {
+HandmadeBlock& Arguments::write(HandmadeBlock& block, const std::string& letter, size_t place) const {
     const double v = valueAt(place);
     if (letter == "d") return block.number(v + 0.5);
     if (letter == "i") return block.number(v + 1);
     if (letter == "b") return block.number(place % 2 == 0 ? 1 : 0);
     if (letter == "u") return block.number(v + 999);
     if (letter == "s" || letter == "W") return block.text(numbered("\xC3\xA9", place));
-    if (letter == "V") return block.numbers(3, {v, 0.25, -v});
-    if (letter == "A") return block.numbers(2, {quarterTurn, 0, 0, v + 1, v + 1, v + 1});
+    if (letter == "V") return block.word(3).reals({v, 0.25, -v});
+    if (letter == "A") return block.word(2).reals({quarterTurn, 0, 0, v + 1, v + 1, v + 1});
     if (letter == "S") return writeSymbol(block, place);
     if (letter[0] == 'L') return writeList(block, letter, place);
     if (letter != "C") return block.text(numbered(letter.c_str(), place));
-    block.rawNumbers({v, 0, -1});
-    block.numbers(2, {quarterTurn, 0, 0, 1, 1, 1});
+    return block.reals({v, 0, -1}).word(2).reals({quarterTurn, 0, 0, 1, 1, 1});
 }
 
 }  // namespace Vocabulary

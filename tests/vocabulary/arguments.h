@@ -1,7 +1,6 @@
 #ifndef ZANT_TESTS_VOCABULARY_ARGUMENTS_H
 #define ZANT_TESTS_VOCABULARY_ARGUMENTS_H
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "client/symbols/mesh.h"
 #include "client/symbols/symbol.h"
 #include "client/symbols/vertexmap.h"
+#include "tests/handmadeblock.h"
 
 namespace Vocabulary {
 
@@ -50,32 +50,6 @@ private:
     void add(const char* operation, const void* object) { events.push_back({operation, 0, {}, object}); }
 };
 
-/// The bytes of a binary block, put together by hand. Padding is not compared.
-class Block {
-public:
-    void word(uint64_t value);
-    void number(double value);
-    void rawNumbers(const std::vector<double>& values);
-    void numbers(uint64_t count, const std::vector<double>& values);
-    void text(const std::string& text);
-    /// Begins a list; endList() fills its length in.
-    void beginList();
-    void endList();
-    /// Ends the block and fills its length in.
-    void end();
-
-    /// @return the first byte that differs, or -1
-    long difference(const std::string& other) const;
-
-private:
-    void put(const void* data, size_t size);
-    void setWord(size_t offset, uint64_t value);
-
-    std::vector<unsigned char> bytes = std::vector<unsigned char>(8);
-    std::vector<bool> known = std::vector<bool>(8, true);
-    size_t list = 0;  // offset of the items of the list that is open
-};
-
 /// An argument of every kind for each place of a parameter list, no two alike: the value at a place follows from the
 /// place.
 class Arguments {
@@ -91,7 +65,7 @@ public:
     /// W for a wide string.
     Event event(const std::string& letter, size_t place) const;
     std::string text(const std::string& letter, size_t place) const;
-    void write(Block& block, const std::string& letter, size_t place) const;
+    HandmadeBlock& write(HandmadeBlock& block, const std::string& letter, size_t place) const;
     /// The registration of the declared symbol.
     Event registration(size_t place) const;
 
@@ -100,8 +74,8 @@ public:
     bool isRegistered(size_t place) const;
 
 private:
-    void writeSymbol(Block& block, size_t place) const;
-    void writeList(Block& block, const std::string& letter, size_t place) const;
+    HandmadeBlock& writeSymbol(HandmadeBlock& block, size_t place) const;
+    HandmadeBlock& writeList(HandmadeBlock& block, const std::string& letter, size_t place) const;
 
     struct Sample;
     std::unique_ptr<Recorder> owner;  // of the symbols: none of their own commands reaches the buffer under test

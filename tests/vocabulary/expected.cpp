@@ -47,8 +47,8 @@ std::string Expected::text(bool quick) const {
     return text + ";";
 }
 
-Block Expected::block() const {
-    Block block;
+HandmadeBlock Expected::block() const {
+    HandmadeBlock block;
     for (const Place& place : places_) {
         if (place.number == 0) {
             arguments_.write(block, place.word, place.parameter);
@@ -56,7 +56,6 @@ Block Expected::block() const {
             block.word(static_cast<uint64_t>(place.number));
         }
     }
-    block.end();
     return block;
 }
 

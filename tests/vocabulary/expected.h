@@ -25,7 +25,7 @@ public:
 
     std::vector<Event> events() const;
     std::string text(bool quick) const;
-    Block block() const;
+    HandmadeBlock block() const;
 
 private:
     const Arguments& arguments_;
