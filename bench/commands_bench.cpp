@@ -9,6 +9,7 @@
 #include "client/engine/library.h"
 #include "client/protos/protos.h"
 #include "client/symbols/symbol.h"
+#include "tests/silentengine.h"
 
 namespace {
 
@@ -21,22 +22,6 @@ using peers::LightValues;
 // A turn is long enough to be timed, and short enough not to be interrupted often: binary commands go round ten times.
 constexpr size_t commandsPerTurn = 500;
 constexpr size_t binaryRepeats = 10;
-
-/// An engine whose parser looks at the data and does nothing.
-void init(Library* library) {
-    static LibraryFunctionsVtable libraryTable{};
-    libraryTable.exit = [] {};
-    libraryTable.createInstance = [](Instance* instance) -> void* { return instance; };
-    libraryTable.destroyInstance = [](ZantLibraryInstance*) {};
-    libraryTable.getInfoInt = [](int) { return 1; };
-    static ParserFunctionsVtable parserTable{};
-    parserTable.parse = [](void*, const void* data, const char*, int) {
-        keep(*static_cast<const char*>(data));
-        return 0;
-    };
-    library->vtables.library = &libraryTable;
-    library->vtables.parser = &parserTable;
-}
 
 Lights exampleLights() {
     return Lights(commandsPerTurn,
@@ -130,7 +115,7 @@ bool compare(const char* name, Instance* instance, const Values& values, double 
 peers::Receiver volatile peers::receiver = [](const void* data) { keep(*static_cast<const char*>(data)); };
 
 int main() {
-    Library library(init, "");
+    Library library(SilentEngine::init, "");
     Instance* const instance = library.createInstanceWithListner(nullptr);
     bool met = compare("lightAdd adaptive", instance, exampleLights(), 0.50, 0.85);
     met &= compare("lightAdd adaptive, random", instance, randomLights(), 0.50, 0.85);

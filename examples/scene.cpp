@@ -88,7 +88,10 @@ std::string understood(const char* engine, const std::string& encoding) {
     setenv("ZANT_LOOPBACK_NUMBERS", "client", 1);  // as the text buffers write them, for every encoding
     Library library(engine);
     Instance* instance = library.createInstance();
-    if (!instance) return "";
+    if (!instance) {
+        std::cerr << "scene: no engine: " << library.getLoadError() << "\n";
+        return "";
+    }
     drive(instance, encoding);
     library.releaseInstance(instance);
     std::ifstream file(transcript);
@@ -105,10 +108,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string text = understood(argv[1], "text");
-    if (text.empty()) {
-        std::cerr << "scene: no engine: " << DllLastError() << "\n";
-        return 3;
-    }
+    if (text.empty()) return 3;
     std::cout << text.substr(0, 600) << "...\n";
     int code = 0;
     for (const char* encoding : {"quick", "binary"}) {

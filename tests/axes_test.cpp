@@ -8,17 +8,12 @@
 #include "tests/literalgeometry.h"
 
 using namespace Zant;
+using Literal::asMatrix3x3;
 using Literal::Nine;
 using Literal::sameBits;
 using Literal::Source;
 
 namespace {
-
-Matrix3x3 asMatrix3x3(const Nine& a) {
-    Matrix3x3 out;
-    std::memcpy(out.m, a.m, sizeof a.m);
-    return out;
-}
 
 Axes asAxes(const ZantAxesCore& core) {
     return core;

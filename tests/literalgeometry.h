@@ -11,6 +11,7 @@
 #include <random>
 
 #include "client/records/zant_records.h"
+#include "client/values/matrix.h"
 
 namespace Literal {
 
@@ -192,6 +193,13 @@ inline ZantAxesCore compose(const ZantAxesCore& axes, ZantAxesCore target, bool 
 constexpr double Pi = 3.14159265358979323846;
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// The same matrix as the library has it.
+inline Zant::Matrix3x3 asMatrix3x3(const Nine& a) {
+    Zant::Matrix3x3 out;
+    std::memcpy(out.m, a.m, sizeof a.m);
+    return out;
+}
 
 /// Random values: ordinary ones, and now and then one that is easily got wrong.
 class Source {

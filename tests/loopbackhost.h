@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <initializer_list>
+#include <list>
 #include <mutex>
 #include <sstream>
 #include <string>
@@ -15,6 +16,7 @@
 #include "client/engine/instance.h"
 #include "client/engine/library.h"
 #include "client/listeners/linkedlisteners.h"
+#include "testkit/environment.h"
 
 namespace Zant::Tests {
 
@@ -22,20 +24,12 @@ namespace Zant::Tests {
 class Environment {
 public:
     Environment(std::initializer_list<std::pair<const char*, std::string>> variables) {
-        for (const auto& [name, value] : variables) {
-            setenv(name, value.c_str(), 1);
-            names_.emplace_back(name);
-        }
+        for (const auto& [name, value] : variables)
+            set_.emplace_back(name, value);
     }
-    ~Environment() {
-        for (const std::string& name : names_)
-            unsetenv(name.c_str());
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
 
 private:
-    std::vector<std::string> names_;
+    std::list<Testkit::ScopedVariable> set_;
 };
 
 /// A file name of its own for one test; the file goes with the object.

@@ -10,6 +10,7 @@
 
 #include "allocationcount.h"
 #include "client/zant.h"
+#include "silentengine.h"
 
 namespace {
 
@@ -23,22 +24,6 @@ constexpr bool judgesResidence = true;
 #endif
 /// What the C library may still move about.
 constexpr long allowedKilobytes = 512;
-
-long parsed = 0;
-
-void initSilentEngine(Library* library) {
-    static LibraryFunctionsVtable libraryTable{};
-    libraryTable.exit = [] {};
-    libraryTable.createInstance = [](Instance* instance) -> void* { return instance; };
-    libraryTable.destroyInstance = [](ZantLibraryInstance*) {};
-    libraryTable.getInfoInt = [](int) { return 1; };
-    static ParserFunctionsVtable parserTable{};
-    parserTable.parse = [](void*, const void*, const char*, int) {
-        ++parsed;
-        return 0;
-    };
-    library->vtables = {&libraryTable, nullptr, nullptr, nullptr, &parserTable};
-}
 
 long residentKilobytes() {
     long pages = 0, resident = 0;
@@ -121,14 +106,14 @@ bool soak(const Encoding& encoding, const char* engine, Instance* instance, long
 }
 
 bool soakSilentEngine(long commands) {
-    Library library(initSilentEngine, nullptr);
+    Library library(SilentEngine::init, nullptr);
     Instance* instance = library.createInstanceWithListner(nullptr);
     bool fine = true;
     for (const Encoding& encoding : encodings) {
-        parsed = 0;
+        SilentEngine::parsed = 0;
         fine &= soak(encoding, "silent", instance, commands, true);
-        if (parsed == warmUp + commands) continue;
-        std::printf("  only %ld commands have arrived\n", parsed);
+        if (SilentEngine::parsed == static_cast<size_t>(warmUp + commands)) continue;
+        std::printf("  only %zu commands have arrived\n", SilentEngine::parsed);
         fine = false;
     }
     return fine;

@@ -5,16 +5,11 @@
 #include <cstring>
 #include <memory>
 
+#include "client/events/eventlistener.h"
 #include "engines/scene/handles.h"
 
 namespace Zant::Engine {
 namespace {
-
-int selectorOf(const ZantEventData& event) {
-    int selector = 0;
-    std::memcpy(&selector, &event.text, sizeof selector);
-    return selector;
-}
 
 template <class Detail>
 Detail* detailOf(const ZantEventData& event) {
@@ -105,11 +100,11 @@ void BuiltIn::serveWindow(ZantEventData& event) {
             windows_.take(number);
             break;
         case EventSetWindowFlags:
-            if (window && selectorOf(event) == 0) window->flags = static_cast<int>(event.value);
+            if (window && eventSelector(event) == 0) window->flags = static_cast<int>(event.value);
             break;
         case EventGetWindowFlags:
-            if (selectorOf(event) == 0) event.value = window ? window->flags.load() : 0;
-            if (selectorOf(event) == 1) event.value = 0;
+            if (eventSelector(event) == 0) event.value = window ? window->flags.load() : 0;
+            if (eventSelector(event) == 1) event.value = 0;
             break;
         case EventGetMousePosition:
         case EventGetMouseRawPosition:
