@@ -140,6 +140,19 @@ TEST(Axes, ConversionsByForm) {
     EXPECT_TRUE(sameBits(hpb.m, {0, -0.0, 0, 2, 3, 4, 0, 0, 0}));
 }
 
+TEST(Axes, CopiesThreeRowsAtMost) {
+    struct Guarded {
+        ZantAxesCore axes;
+        double behind[3];
+    } source{}, target{};
+    source.axes.rows = 4;
+    source.behind[0] = source.axes.m[8] = 7;
+    Axes::copy(target.axes, source.axes);
+    EXPECT_EQ(target.axes.rows, 4);
+    EXPECT_EQ(target.axes.m[8], 7);
+    EXPECT_EQ(target.behind[0], 0);
+}
+
 TEST(Axes, ScalesByForm) {
     double scales[3];
     Axes matrix = Matrix3x3(3, 4, 0, 0, 5, 12, 2, 3, 6), angles = AxesHpb(0, 0, 0, 2, 3, -4), eye;

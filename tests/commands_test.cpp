@@ -1,5 +1,7 @@
 // Every item in every encoding, prototypers, and what a command costs in allocations.
 
+#include <malloc.h>
+
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -145,6 +147,7 @@ TEST_F(Commands, AxesAndCoordinateSystems) {
                 {3, {1, 0, 0, 0, 0, 1, 0, -1, 0}, "axes((1,0,0),(0,0,1),(0,-1,0))"},
                 {2, {pi / 2, 0, 0, 1, 1, 1}, "<90,0,0>"},
                 {2, {0, 0, -pi / 4, 1, 1, 1}, "<0,0,-45>"},
+                {2, {1162.599, 0, 0, 1, 1, 1}, "<66612.01596612,0,0>"},  // by 180, then by pi
                 {2, {0, 0, 0, 2, 2, 2}, "<>*(2)"},
                 {2, {pi / 4, 0, 0, 1, 2, 1}, "<45,0,0>*(1,2,1)"},
                 {2, {0, 0, 0, 1, 1, 2}, "<>*(1,1,2)"},
@@ -297,7 +300,34 @@ TEST_F(Commands, AMillionCommandsAllocateNothing) {
         EXPECT_EQ(allocationCount(), before);
         EXPECT_EQ(state.count, 1000000u);
     }
-    EXPECT_GT(allocationCount(), 0u) << "the counter is in use";
+    silent.addString(std::string(5000, 'x').c_str());
+    for (const size_t length : {511u, 512u}) {
+        const std::wstring wide(length, L'x');
+        const size_t before = allocationCount();
+        silent.addString(wide.c_str());
+        EXPECT_EQ(allocationCount() != before, length == 512)
+            << "a text with its terminator has 512 bytes on the stack";
+    }
+}
+
+TEST_F(Commands, TheLongestItemsFitTheirRoom) {
+    struct Measuring : CommandOfflineBuffer {
+        void parseOffline(const char* command) override {
+            EXPECT_GE(malloc_usable_size(const_cast<char*>(command)), std::strlen(command) + 1) << command;
+        }
+    };
+    const double x = -1.23456789e-300;
+    const Axes axes = Matrix3x3(x, x, x, x, x, x, x, x, x);
+    const std::function<void(CommandBuffer&)> items[] = {
+        [&](CommandBuffer& b) { b.addDouble(x); }, [&](CommandBuffer& b) { b.addVector(Vector(x, x, x, x)); },
+        [&](CommandBuffer& b) { b.addAxes(axes); },
+        [&](CommandBuffer& b) { b.addCoordSys(CoordSys(Vector(x, x, x), axes)); },
+        [](CommandBuffer& b) { b.addEnum(-2147483647 - 1, nullptr); }};
+    for (const auto& item : items) {
+        Measuring fresh;
+        item(fresh);
+        fresh.parse();
+    }
 }
 
 }  // namespace

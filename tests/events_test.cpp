@@ -226,6 +226,12 @@ TEST_F(EventTest, AListenerThatOverridesNothingDeclines) {
         EXPECT_EQ(where.position[0] | where.position[1], 0);
         EXPECT_EQ(where.reserved[0], 5) << "the engine's record may end behind the position";
     }
+    struct : EventListener {
+        void getWindowMousePosition(void*, _ZantEventMousePosition& p) override { p.position[0] = 7; }
+    } positioned;
+    _ZantEventMousePosition raw{};
+    positioned.getWindowMouseRawPosition(window, raw);
+    EXPECT_EQ(raw.position[0], 7) << "who has no raw position answers the other one";
     _ZantEventKey pressed;
     std::memset(&pressed, 0xFF, sizeof pressed);
     raise(EventGetKey, window, &pressed, nullptr);

@@ -247,6 +247,14 @@ TEST_F(InstanceTest, RoutesEventsAsItIsTold) {
     EXPECT_EQ(instance->listener, nullptr);
     EXPECT_EQ(instance->userData, &second);
     EXPECT_EQ(probe().take(), Calls({"second deactivate", "first activate", "first deactivate"}));
+
+    // Events go back to the engine that made the instance, whatever tables there are by then.
+    const LibraryFunctionsVtable none{};
+    const LibraryFunctionsVtable* const own = std::exchange(library.vtables.library, &none);
+    EventData event{};
+    instance->sendBackEvent(&event);
+    library.vtables.library = own;
+    EXPECT_EQ(probe().take(), Calls({"sendBackEvent 0"}));
 }
 
 TEST_F(InstanceTest, KeepsItsDefaultListenerToItselfUntilItEnds) {

@@ -173,9 +173,21 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
         {"echo \"a;\nreset;\necho \"b;c\";",
          "f:1:6: the text that begins here runs over several lines: is its closing quote missing?"},
         {"delete ;", "f:1:8: too few arguments for 'delete'; the nearest form is 'delete S'"},
+        {"fg timeGradients;",
+         "f:1:17: too few arguments for 'fg timeGradients'; the nearest form is 'fg timeGradients d'"},
+        {"axes a,<1,2,3>*(1,2);",
+         "f:1:21: argument 2 of 'axes': expected one scale or three; the nearest form is 'axes N A'"},
+        {"axes a,axes((1,0,0),(0,1,0),(0,0,1),(1,1,1));",
+         "f:1:37: argument 2 of 'axes': axes have at most three rows; the nearest form is 'axes N A'"},
+        {"stop;\xEF\xBB\xBFstop;", "f:1:6: unknown command '\xEF\xBB\xBFstop'"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(firstMessage(row.text), row.message) << row.text;
+    const std::string longest(127, 'n');
+    EXPECT_EQ(canonical("delete " + longest + ";"), "delete " + longest + ";");
+    EXPECT_EQ(canonical("delete n" + longest + ";"),
+              "error: argument 1 of 'delete': the name is longer than 127 bytes; "
+              "the nearest form is 'delete S'");
 }
 
 // The text of a command whose symbol at one place is replaced by a bare word.
@@ -240,13 +252,16 @@ TEST(Language, NamesAllMistakesOfAFile) {
         "echo \"one\" \"two\";\n"                     // 12:12
         "sett pixelFilter,boxx,1;\n"                  // 13:18
         "camera perspective,(1,1),45,(0,0,0)@eye;\n"  // 14:37
-        "echo \"not closed;\n"                        // 15:6
+        "echo \"not closed; threads x;\n"             // 15:6, and 15:27
         "fg reset\n"
-        "stop 2;\n"  // 17:1, a ";" is missing in front, and 17:6
+        "stop 2;\n"      // 17:1, a ";" is missing in front, and 17:6
+        "echo \"open\n"  // 18:6
+        "threads y;\n"   // 19:9
         "echo \"closed;\";\n"
         "stop;";
-    const std::pair<size_t, size_t> expected[] = {{2, 1},   {3, 9},   {6, 1},   {8, 3},  {9, 8},  {10, 9}, {11, 14},
-                                                  {12, 12}, {13, 18}, {14, 37}, {15, 6}, {17, 1}, {17, 6}};
+    const std::pair<size_t, size_t> expected[] = {{2, 1},   {3, 9},   {6, 1},   {8, 3},   {9, 8},  {10, 9},
+                                                  {11, 14}, {12, 12}, {13, 18}, {14, 37}, {15, 6}, {15, 27},
+                                                  {17, 1},  {17, 6},  {18, 6},  {19, 9}};
     std::vector<std::pair<size_t, size_t>> found;
     size_t commands = 0;
     TextReader reader{std::string_view(text)};
@@ -260,7 +275,8 @@ TEST(Language, NamesAllMistakesOfAFile) {
     EXPECT_EQ(commands, 4u);
 }
 
-TEST(Language, TellsEmptyAndNullTextsOfABlockApart) {
+TEST(Language, ReadsWhatABlockCanHoldAndNothingElse) {
+    constexpr int64_t n = 0x6E6E6E6E6E6E6E6E;  // eight letters of a name
     struct Row {
         std::string block;
         const char* text;
@@ -277,6 +293,9 @@ TEST(Language, TellsEmptyAndNullTextsOfABlockApart) {
         {blockOf({46, 99, 0, bitsOf(0.5)}), "expected a keyword after 'fg', found the word 99"},
         {blockOf({42, 0, 7}), "delete seven;"},
         {blockOf({42, 0, 8}), "no object has this registered word"},
+        {blockOf({42, 128, n, n, n, n, n, n, n, n, n, n, n, n, n, n, n, n, 0}), "longer than 127 bytes"},
+        {blockOf({14, 1, 'v', 5, 0, 0, 0, 0, 0}), "expected a vector"},
+        {blockOf({16, 1, 'a', 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), "expected axes"},
     };
     class Seven : public SymbolResolver {
         const char* nameOf(uint64_t registered) override { return registered == 7 ? "seven" : nullptr; }

@@ -1,6 +1,8 @@
 // Loading, refusing and unloading real engine modules.
 #include "client/engine/library.h"
 
+#include <dlfcn.h>
+
 #include "client/engine/instance.h"
 #include "enginetest.h"
 #include "own/dl.h"
@@ -87,6 +89,7 @@ TEST_F(LibraryTest, LoadsOnceAndUnloadsOnce) {
     EXPECT_STREQ(library.getInfoString(1), "information");
     EXPECT_EQ(library.setPlatformOption("name", "value", &library), 5);
     EXPECT_TRUE(isOpen(engine("probe")));
+    EXPECT_EQ(dlsym(RTLD_DEFAULT, "zant3_init"), nullptr) << "an engine's names stay its own";
     library.unload();
     library.unload();
     EXPECT_FALSE(isOpen(engine("probe")));
