@@ -324,9 +324,12 @@ TEST_F(Commands, TheLongestItemsFitTheirRoom) {
         [&](CommandBuffer& b) { b.addCoordSys(CoordSys(Vector(x, x, x), axes)); },
         [](CommandBuffer& b) { b.addEnum(-2147483647 - 1, nullptr); }};
     for (const auto& item : items) {
-        Measuring fresh;
-        item(fresh);
-        fresh.parse();
+        for (size_t before = 0; before < 512; before += 8) {
+            Measuring fresh;
+            fresh.addString(std::string(before, 'x').c_str());
+            item(fresh);
+            fresh.parse();
+        }
     }
 }
 

@@ -346,3 +346,15 @@ TEST(Conversion, KeepsEveryCommandAndRefusesWhatIsNone) {
     }
     EXPECT_EQ(refused, 100000u);
 }
+
+TEST(Conversion, ClearsThePaddingOfBlocks) {
+    BinaryWriter writer;
+    const auto blockOf = [&](std::string_view text) {
+        Command command;
+        EXPECT_EQ(TextReader(text).next(command), ReadResult::Command);
+        const auto* block = static_cast<const char*>(writer.write(command));
+        return std::string(block, writer.size());
+    };
+    blockOf("about \"xxxxxxxxxxxxxxxx\";");
+    EXPECT_EQ(blockOf("about \"a\";").substr(24, 8), std::string("a\0\0\0\0\0\0\0", 8));
+}
