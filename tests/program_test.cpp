@@ -1,6 +1,7 @@
 // The command-line host, run as a user runs it.
 
 #include <cctype>
+#include <filesystem>
 #include <sstream>
 #include <utility>
 #include <vector>

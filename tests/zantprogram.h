@@ -6,10 +6,11 @@
 
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include "testkit/environment.h"
 
 /// The built program, run as a person runs it.
 namespace ZantProgram {
@@ -35,8 +36,10 @@ inline Outcome zant(const std::string& arguments) {
     return run(ZANT_PROGRAM " " + arguments);
 }
 
+/// A name in a folder of this test program's own, which goes with it.
 inline std::string temporary(const std::string& name) {
-    return (std::filesystem::path(testing::TempDir()) / name).string();
+    static const Zant::Testkit::TemporaryFolder folder;
+    return folder.name() + "/" + name;
 }
 
 inline std::string contentOf(const std::string& name) {
