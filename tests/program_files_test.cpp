@@ -159,7 +159,7 @@ TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
         std::string input;
         std::string shown;
     } rows[] = {
-        {foreign, "in: byte 0: the engine refuses this block"},
+        {blocks + foreign, "in: byte " + std::to_string(blocks.size()) + ": the engine refuses this block"},
         {endless, "in: byte 0: the block has no end"},
         {blocks + blocks.substr(0, 20), "the block is cut off"},
         {blocks + "about;\n", "in: byte " + std::to_string(blocks.size()) + ": no block begins here"},
@@ -171,6 +171,10 @@ TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
         EXPECT_EQ(countOf(row.shown, result.output), 1u) << row.shown << "\n" << result.output;
         EXPECT_EQ(countOf("b = 2\n", result.output), 1u) << "the others are sent: " << result.output;
     }
+    write("in", blocks + foreign);
+    const std::string place = "in: byte " + std::to_string(blocks.size() + 8) + ": ";
+    EXPECT_EQ(countOf(place, shell("zant check in").output), 1u) << "the word is the second of its block";
+    EXPECT_EQ(countOf("byte " + std::to_string(first) + ": var b,2;", shell("zant decode blocks").output), 1u);
 }
 
 TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {

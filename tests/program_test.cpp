@@ -32,6 +32,7 @@ TEST(Program, ExitCodesAndMessages) {
     const std::string names = temporary("zant_names.zant"), moreNames = temporary("zant_more_names.zant");
     std::ofstream(names) << "var x;\nclear x;\n";
     std::ofstream(moreNames) << "delete x;\nclear x;\n";
+    const std::string firstIsBad = "decode " + badFile + " " + names;
     const std::string inOrder = "check --symbols " + names + " " + moreNames;
     const std::string inDisorder = "check --symbols " + moreNames + " " + names;
     const Row rows[] = {
@@ -45,9 +46,11 @@ TEST(Program, ExitCodesAndMessages) {
         {missingFirst.c_str(), 1, ": 2 commands, 1 mistake\n"},
         {runMissing.c_str(), 1, "light"},
         {"check /", 1, "s a directory"},
+        {firstIsBad.c_str(), 1, "lihgt"},
         {checkBad.c_str(), 1, ":2:1: unknown command 'lihgt', did you mean 'light'?"},
         {runBad.c_str(), 1, "light"},
         {"run --engine /nonexistent/ /dev/null", 3, "/nonexistent/zant3d.dylib"},
+        {"report --engine /nonexistent/", 3, "the engine does not load"},
         {"probe /nonexistent", 3, "has no final separator"},
         {"convert --to morse /dev/null", 2, "morse"},
         {"forms gradients", 0, "fg2_gradients"},
@@ -228,6 +231,7 @@ TEST(Program, ReportsWithoutPaths) {
     const Outcome result = zant("report " + examples + "room.zant");
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find("the engine loads"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("-- the last 20 of "), std::string::npos) << result.output;
     EXPECT_NE(result.output.find("showInfo symbols;"), std::string::npos) << result.output;
     EXPECT_EQ(result.output.find(ZANT_SOURCE_DIR), std::string::npos) << result.output;
 }
