@@ -243,6 +243,13 @@ TEST_F(ProgramFiles, CheckFollowsIncludesAndWritesJson) {
         EXPECT_EQ(countOf(line, result.output), 1u) << line << "\n" << result.output;
     EXPECT_EQ(countOf("top: 4 commands, 2 mistakes\n", shell("zant check --includes top").output), 1u);
     EXPECT_EQ(countOf("below/one: 2 commands, 1 mistake\n", shell("zant check --includes top").output), 1u);
+    for (int depth = 0; depth < 17; ++depth)
+        write("deep" + std::to_string(depth), "include \"deep" + std::to_string(depth + 1) + "\";\n");
+    write("deep17", "about;\n");
+    for (const int code : {1, 0}) {  // the engine has the same limit
+        EXPECT_EQ(shell("zant check --includes deep" + std::to_string(1 - code)).code, code);
+        EXPECT_EQ(shell("zant run deep" + std::to_string(1 - code)).code, code);
+    }
     EXPECT_EQ(shell("zant forms --json 'fg gradients'").output.substr(0, 56),
               R"({"command":"fg","number":46,"group":"rendering","notatio)");
 }

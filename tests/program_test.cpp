@@ -216,14 +216,17 @@ TEST(Program, SaysWhichNumbersTextCannotHold) {
     EXPECT_NE(changed.output.find("text cannot hold 1 of the numbers, the first at byte 0:"), std::string::npos)
         << changed.output;
     EXPECT_EQ(zant("convert --to binary -o " + text + " " + file).code, 0);
+    write(text, "about;\n");
+    EXPECT_EQ(zant("convert --to text " + file + " " + text).code, 1) << "the first file's numbers count as well";
 }
 
 TEST(Program, DecodesItemByItem) {
     const std::string file = temporary("zant_decode.zant");
-    std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;";
+    std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;\n"
+                           "lightAdd line,{(0,0,0),(1,2,3)},(0,1,0),(1,1,1);";
     const Outcome result = zant("decode " + file);
-    for (const char* shown :
-         {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)", "sky"})
+    for (const char* shown : {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)",
+                              "sky", "2 items", "1 item\n"})
         EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
 }
 
