@@ -134,7 +134,7 @@ std::string Grammar::keywordPath(Node node) const {
     std::string path;
     while (node != root) {
         const Step& step = steps[nodes[node].parentStep];
-        if (step.kind == ArgumentKind::Keyword) path = wordOf(step) + (path.empty() ? "" : " " + path);
+        if (step.kind == ArgumentKind::Keyword) path.insert(0, std::string(wordOf(step)) + (path.empty() ? "" : " "));
         node = step.from;
     }
     return path;

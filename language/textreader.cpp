@@ -69,6 +69,7 @@ bool TextReader::findEnd() {
                 if (close) quote = nullptr;
                 continue;
             }
+            // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null is the limit too
             while (scanned != limit && *scanned != ';' && *scanned != '"')
                 ++scanned;
             if (scanned == limit) break;

@@ -17,6 +17,7 @@ constexpr double pi = 3.141592653589793;
 
 bool isBitwise(const double* values, int count, double wanted) {
     return std::all_of(values, values + count,
+                       // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the sign of zero counts
                        [&](double value) { return std::memcmp(&value, &wanted, sizeof value) == 0; });
 }
 

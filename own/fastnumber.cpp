@@ -73,6 +73,7 @@ struct Product {
         : value(a * power), floor(static_cast<int64_t>(value)), rest(value - static_cast<double>(floor)) {}
 
     bool isClear() const { return std::fabs(rest - 0.5) < 0.5 - value * errorPart; }
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): nothing clear is near a half
     int64_t nearest() const { return static_cast<int64_t>(value + 0.5); }
 
     double value;

@@ -143,7 +143,7 @@ void size_t_2_modulo(size_t v, char* out, size_t& room, char fill, int radix, ch
 
 void int_2_modulo(int v, char* out, size_t& room, char fill, int radix) {
     const unsigned int magnitude = v < 0 ? 0u - static_cast<unsigned int>(v) : static_cast<unsigned int>(v);
-    size_t_2_modulo(magnitude, out, room, fill, radix, v < 0);
+    size_t_2_modulo(magnitude, out, room, fill, radix, static_cast<char>(v < 0));
 }
 
 int double_predot_count(double a) {
@@ -162,7 +162,7 @@ void double_2_decimal(double x, char* out, size_t& room, int decimals, char fill
     const double a = std::fabs(x);
     const int whole = double_predot_count(a);
     const size_t width = static_cast<size_t>(whole) + static_cast<size_t>(decimals) + (decimals != 0 ? 1 : 0);
-    fill_and_minus(out, room, width, fill, x < 0);
+    fill_and_minus(out, room, width, fill, static_cast<char>(x < 0));
     putDigits(a, 1 - whole, 0, out, room);
     if (decimals != 0 && room != 0) {
         put(out, room, '.');

@@ -46,7 +46,8 @@ TEST(SymbolTable, FollowsTheNamesOfAScene) {
          "f:2:10: 's' is another kind of object already, declared by 'surface' in line 1\n"},
         {"surface s,black; delete s; texture s,color,(1,1,1);", ""},
         {"bitmap b; reference r,b; reference r2,r; bitmapOp r2,clear;", ""},
-        {"var x; reference r,x; bitmapOp r,clear;", "f:1:32: 'r' is not a bitmap, it was declared by 'var' in line 1\n"},
+        {"var x; reference r,x; bitmapOp r,clear;",
+         "f:1:32: 'r' is not a bitmap, it was declared by 'var' in line 1\n"},
         {"bitmap b; reference r,b; delete b; bitmapOp r,clear;", ""},  // a dead end may come to life again
         {"mesh m; mesh m,triple,m;", ""},
         {"mesh t,triple,t;", "f:1:15: 't' is not declared\n"},

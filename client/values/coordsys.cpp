@@ -18,6 +18,7 @@ struct Mover {
 
     void moveOut(Vector& point) const {
         Row3 moved = Arithmetic::times(point.values, x, y, z);
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the count of a vector is always set
         if (point.count == 3) moved = moved + offset;
         moved.store(point.values);
     }
@@ -59,6 +60,7 @@ CoordSys& CoordSys::operator=(const CoordSys& other) {
 }
 
 void CoordSys::set(const ZantVectorCore& where) {
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the same
     if (where.count == 3) std::copy_n(where.values, 3, position);
 }
 

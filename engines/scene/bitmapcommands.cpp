@@ -85,7 +85,7 @@ const DrawingRow drawings[] = {
 };
 
 Outcome draw(const DrawingRow& row, Execution& execution) {
-    const Outcome outcome = checkDrawing(execution, row.colourPlace);
+    Outcome outcome = checkDrawing(execution, row.colourPlace);
     if (outcome.code != Fine) return outcome;
     const Pixels& pixels = execution.pixels(0);
     if (pixels.hasAccess()) row.draw(execution, pixels.bitmap());

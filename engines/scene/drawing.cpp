@@ -103,7 +103,7 @@ void drawLine(const Bitmap& bitmap, const Vector& from, const Vector& to, const 
     // What is left after clipping is not much longer than the bitmap.
     const double pixels = std::ceil(std::max(std::fabs(length[0]), std::fabs(length[1])) * (last - first));
     if (!(pixels <= bitmap.width + bitmap.height + 4.0)) return;
-    for (double step = 0; step <= pixels; ++step) {
+    for (int step = 0; step <= static_cast<int>(pixels); ++step) {
         const double part = pixels > 0 ? first + (last - first) * (step / pixels) : first;
         plot(bitmap, from.values[0] + part * length[0], from.values[1] + part * length[1], colour);
     }

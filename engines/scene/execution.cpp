@@ -60,7 +60,7 @@ void declareAll(Execution& execution) {
 Outcome carryOut(Execution& execution) {
     static const Handlers handlers;
     for (size_t place = 0; place < execution.places(); ++place) {
-        const Outcome outcome = checkPlace(execution, place);
+        Outcome outcome = checkPlace(execution, place);
         if (outcome.code != Fine) return outcome;
     }
     const Handler handler = handlers.byNumber[execution.command.form->command % Handlers::room];

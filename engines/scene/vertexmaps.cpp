@@ -29,7 +29,8 @@ bool VertexMap::shape(double dimension, double samples, double rows, bool fixedS
 }
 
 bool VertexMap::resize(double rows) {
-    if (!isCount(rows, 0, static_cast<double>(mostValues / std::max<size_t>(rowLength(), 1)))) return false;
+    const size_t mostRows = mostValues / std::max<size_t>(rowLength(), 1);
+    if (!isCount(rows, 0, static_cast<double>(mostRows))) return false;
     store(static_cast<size_t>(rows));
     return true;
 }
