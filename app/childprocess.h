@@ -40,7 +40,7 @@ using TakeOutput = std::function<void(std::string_view)>;
 /// Throws std::runtime_error when no process can be started.
 ChildEnd runInChild(const std::function<int()>& act, const ChildRules& rules, const TakeOutput& output);
 
-/// Called in a child before each thing that it does, in words that go on behind "while": "opening the file".
+/// Called in a child before each thing that it does, in words that go on after "while": "opening the file".
 void tellParent(const std::string& doing);
 
 }  // namespace Zant::App

@@ -9,14 +9,14 @@
 
 namespace Zant::App {
 
-/// The commands of one file, in whichever encoding it is: plain text, quick text, or binary blocks one behind another.
+/// The commands of one file, in whichever encoding it is: plain text, quick text, or binary blocks one after another.
 /// Memory does not grow with the file.
 class CommandFile {
 public:
     /// Opens the file ("-" is standard input). Throws InputError, as does reading.
     explicit CommandFile(const std::string& fileName);
 
-    /// Reads the next command; after an error, reading goes on behind it where that is possible.
+    /// Reads the next command; after an error, reading goes on after it where that is possible.
     ReadResult next(Command& command);
 
     /// The reason of the last error, and the same on one line, with the file's name and the position.

@@ -272,7 +272,7 @@ private:
     }
 
     /// Appends the items with commas, on further lines where the first one is full.
-    static void append(const std::string& before, const std::vector<std::string>& items, const char* behind,
+    static void append(const std::string& before, const std::vector<std::string>& items, const char* after,
                        std::string& text) {
         text += before;
         size_t column = before.size();
@@ -283,7 +283,7 @@ private:
             column = (fits ? column + 2 : 4) + items[index].size();
             text += items[index];
         }
-        text += behind;
+        text += after;
     }
 
     const Command& command;

@@ -57,7 +57,7 @@ class BlockFile {
 public:
     explicit BlockFile(InputFile& openInput) : input(openInput) {}
 
-    /// Reads the next block. One without an end is an error, reading goes on behind it; behind a block of unknown
+    /// Reads the next block. One without an end is an error, reading goes on after it; after a block of unknown
     /// length nothing can be found again, and the file ends there.
     /// @return ReadResult::Command when block() is a whole block
     ReadResult next();

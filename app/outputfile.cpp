@@ -54,7 +54,7 @@ bool isSame(const Facts& left, const Facts& right) {
     return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
 }
 
-/// Names such as /dev/stdout and /proc/self/fd/1, whatever stands behind them.
+/// Names such as /dev/stdout and /proc/self/fd/1, whatever they stand for.
 bool isStandardOutput(const std::string& name) {
     Facts named{}, output{};
     return stat(name.c_str(), &named) == 0 && fstat(STDOUT_FILENO, &output) == 0 && isSame(named, output);

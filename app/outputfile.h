@@ -52,7 +52,7 @@ private:
     [[noreturn]] void fail();
 
     std::string name;
-    std::filesystem::path target;  // behind the links
+    std::filesystem::path target;  // where the links lead
     std::string temporary;         // empty while the file is written directly
     FilePointer file;
     bool terminal = false;

@@ -17,7 +17,7 @@ bool isLetter(string_view text, size_t at) {
     return at < text.size() && std::isalnum(static_cast<unsigned char>(text[at]));
 }
 
-/// The last separator with a name behind it; a separator at the end belongs to the name.
+/// The last separator with a name after it; a separator at the end belongs to the name.
 size_t lastSeparator(string_view path) {
     for (size_t at = path.find_last_of(separators); at != npos; at = at ? path.find_last_of(separators, at - 1) : npos)
         if (path.find_first_not_of("/\\ ", at) == at + 1) return at;

@@ -19,13 +19,13 @@
 namespace Zant::App {
 namespace {
 
-/// Forms that share the first keyword behind the command word; of all forms without one, the keyword is null.
+/// Forms that share the first keyword after the command word; of all forms without one, the keyword is null.
 struct Section {
     const char* keyword;
     std::vector<const Form*> forms;
 };
 
-/// The keyword that a form is looked up by. Words that are commands, as behind `help`, only name what it is about.
+/// The keyword that a form is looked up by. Words that are commands, as after `help`, only name what it is about.
 const char* keywordOf(const Form& form) {
     for (uint16_t place = 0; place < form.tokenCount; ++place) {
         const FormToken& token = form.tokens[place];

@@ -45,16 +45,16 @@ void TextPieces::findEnds() {
     }
 }
 
-void TextPieces::endCommand(size_t behind) {
+void TextPieces::endCommand(size_t after) {
     if (zero != npos) {
         zeros.push_back({positionOf(zero), "a zero byte: the command that holds it is left out", ""});
         std::replace_if(
-            text.begin() + static_cast<std::ptrdiff_t>(lastEnd), text.begin() + static_cast<std::ptrdiff_t>(behind),
+            text.begin() + static_cast<std::ptrdiff_t>(lastEnd), text.begin() + static_cast<std::ptrdiff_t>(after),
             [](char letter) { return letter != '\n'; }, ' ');
         zero = npos;
     }
-    end = positionOf(behind);
-    lastEnd = behind;
+    end = positionOf(after);
+    lastEnd = after;
 }
 
 // Counted from the end of the last command, so that all of them together look at each byte once or twice.

@@ -10,7 +10,7 @@ namespace Zant::App {
 
 /// Cuts command text of any size into pieces that an engine can be given one after the other, in a few megabytes.
 ///
-/// A piece ends behind a command. It begins with as many empty lines and blanks as stand in front of it in the file, so
+/// A piece ends after a command. It begins with as many empty lines and blanks as stand in front of it in the file, so
 /// that engines count lines and columns from the start of the file. A command that holds a zero byte is blanked out.
 class TextPieces {
 public:
@@ -25,15 +25,15 @@ public:
 private:
     bool readMore();
     void findEnds();
-    void endCommand(size_t behind);
+    void endCommand(size_t after);
     Position positionOf(size_t at) const;
 
     InputFile& input;
     std::string text;       // not yet given out
     size_t scanned = 0;     // of it
-    size_t lastEnd = 0;     // behind the last whole command of it
+    size_t lastEnd = 0;     // after the last whole command of it
     bool quoted = false;    // whether scanned stands inside of quotes
-    size_t zero = npos;     // the first zero byte behind lastEnd in it
+    size_t zero = npos;     // the first zero byte after lastEnd in it
     Position end{0, 1, 1};  // in the file, of lastEnd
     std::vector<Diagnostic> zeros;
 

@@ -9,7 +9,7 @@ endif()
 set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
 
 # Numbers, geometry and pixels are defined operation by operation: whatever flags a host builds the tree with, nothing is
-# contracted to fused operations or reordered, and a NaN stays one. These flags stand behind the host's.
+# contracted to fused operations or reordered, and a NaN stays one. These flags stand after the host's.
 set(ZANT_EXACT_ARITHMETIC -fno-fast-math -fno-unsafe-math-optimizations -fno-finite-math-only -ffp-contract=off)
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     list(APPEND ZANT_EXACT_ARITHMETIC -Wno-overriding-t-option)  # taking back a host's flag is what they are for

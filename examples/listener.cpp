@@ -11,7 +11,7 @@
 
 namespace {
 
-/// One text stream of the engine, written line by line behind its number.
+/// One text stream of the engine, written line by line after its number.
 class NumberedText : public Zant::TextListener {
 public:
     void textLine(const char* text) override { line += text; }

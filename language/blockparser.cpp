@@ -15,7 +15,7 @@ bool BlockParser::parse(const void* block, size_t size, Command& target) {
     return walk(bytes + firstItem, bytes + size - endWords * wordSize, target);
 }
 
-// A length word of 0 stands for an empty text, with a zero byte behind it, and for a null text, which ends there. A
+// A length word of 0 stands for an empty text, with a zero byte after it, and for a null text, which ends there. A
 // form with n texts is tried at most 2^n times, and no form has more than a few.
 int BlockParser::readings(ArgumentKind kind) const {
     return kind == ArgumentKind::String && wordAt(here) == 0 ? 2 : 1;
@@ -28,16 +28,16 @@ bool BlockParser::readList(ArgumentKind kind) {
     const uint64_t length = takeWord();
     if (length < wordSize || length % wordSize != 0 || length > left())
         return fail("the list does not fit into the block");
-    const char* const behind = here + length;
+    const char* const after = here + length;
     const char* const outerEnd = end;
-    if (wordAt(behind - wordSize) != endMarker) return fail("the list has no end");
-    end = behind - wordSize;
+    if (wordAt(after - wordSize) != endMarker) return fail("the list has no end");
+    end = after - wordSize;
     bool good = true;
     while (good && here != end)
         good = readItem(kind);
     end = outerEnd;
     if (!good) return fail(complaint ? complaint : "the list holds something else");
-    here = behind;
+    here = after;
     return true;
 }
 

@@ -11,7 +11,7 @@
 
 namespace Zant::Language {
 
-/// Parses one binary block; nothing behind its length is read.
+/// Parses one binary block; nothing after its length is read.
 class BlockParser : public FormWalk<BlockParser> {
 public:
     BlockParser(const Grammar& vocabulary, SymbolResolver* resolver) : FormWalk(vocabulary), symbols(resolver) {}

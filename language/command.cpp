@@ -1,4 +1,4 @@
-// The store behind a command, and the comparison of two.
+// What holds a command, and the comparison of two.
 
 #include "language/command.h"
 

@@ -22,7 +22,7 @@ public:
 
 protected:
     /// @param first the command word
-    /// @param last behind the last item
+    /// @param last after the last item
     bool walk(const char* first, const char* last, Command& target) {
         command = &target;
         command->clear();
@@ -85,7 +85,7 @@ protected:
     Command* command = nullptr;
     const char* start = nullptr;      // the command word; places count from here
     const char* here = nullptr;       // what is read next
-    const char* end = nullptr;        // behind the last item, of the command or of the list that is being read
+    const char* end = nullptr;        // after the last item, of the command or of the list that is being read
     const char* complaint = nullptr;  // why the argument is damaged; null when it is none at all
     int reading = 0;                  // of an argument that can be read in several ways
     Mismatch deepest;
@@ -93,7 +93,7 @@ protected:
 private:
     Encoding& encoding() { return static_cast<Encoding&>(*this); }
 
-    // Goes on behind an item.
+    // Goes on after an item.
     bool walkOn(Grammar::Node node, int depth) {
         encoding().skipSpace();
         if (here == end) {

@@ -31,7 +31,7 @@ public:
     /// The vocabulary of the engine, made on first use.
     static const Grammar& vocabulary();
 
-    /// @return the node behind a keyword, or none
+    /// @return the node after a keyword, or none
     Node byWord(Node node, std::string_view word) const;
     Node byNumber(Node node, uint64_t number) const;
 
@@ -58,7 +58,7 @@ public:
     /// an argument, words and numbers that two tables share at one place, and arguments of two kinds at one place.
     struct Ambiguities {
         std::vector<const Form*> sameSequence;       // forms that an earlier form hides
-        std::vector<const Form*> sameKeyword;        // shortest forms behind a keyword that an earlier one hides
+        std::vector<const Form*> sameKeyword;        // shortest forms after a keyword that an earlier one hides
         std::vector<const Form*> keywordOrArgument;  // shortest forms through such a node
         std::vector<const Form*> severalKinds;       // the same
     };

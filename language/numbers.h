@@ -16,7 +16,7 @@ namespace Zant::Language {
 /// Threads: any.
 
 /// @param text followed by a character that belongs to no number
-/// @return behind the number that begins at `text`, or `text` when none does
+/// @return after the number that begins at `text`, or `text` when none does
 const char* endOfNumber(const char* text);
 
 /// @param number all of it is a number, as endOfNumber() has found
@@ -32,7 +32,7 @@ constexpr size_t numberRoom = 32;  ///< bytes for the text of any number
 /// Writes the shortest text that is read as the same double, "1e20" and not "1e+20", but whole numbers up to a million
 /// digit by digit; without a terminator.
 /// What is not finite has no text and is written as the client writes it: "0", or "-0" for the negative infinity.
-/// @return behind the text
+/// @return after the text
 char* writeNumber(char* out, double number);
 /// The same as a string, for messages: what is not finite has its name there.
 std::string numberText(double number);

@@ -27,7 +27,7 @@ struct Diagnostic {
 
 enum class ReadResult {
     Command,  ///< a command was read
-    Error,    ///< a command was not understood: see diagnostic(). Reading can go on behind it.
+    Error,    ///< a command was not understood: see diagnostic(). Reading can go on after it.
     End       ///< the input has ended
 };
 
@@ -60,7 +60,7 @@ private:
 /// systems `(x,y,z)@axes`; symbols as a bare name, or in quotes when the name is wholly a number or holds white space
 /// or one of , ; { } ( ) "; lists `{a,b}`, one item without braces, nothing at all for the empty list.
 ///
-/// After an error, reading continues behind the next ";" outside of quotes; where a closing quote or a ";" seems to be
+/// After an error, reading continues after the next ";" outside of quotes; where a closing quote or a ";" seems to be
 /// missing, on the next line. The input is read once; memory does not grow with it, only with its longest command.
 /// Nothing outside of the input is ever read, whatever it holds.
 class TextReader {
@@ -82,7 +82,7 @@ public:
     /// @return the reason of the last ReadResult::Error
     const Diagnostic& diagnostic() const { return failure; }
 
-    /// @return the number of bytes behind which reading goes on, for showing progress
+    /// @return the number of bytes after which reading goes on, for showing progress
     size_t consumed() const { return offset; }
 
 private:
@@ -104,10 +104,10 @@ private:
     TextSource* input = nullptr;
     std::vector<char> window;       // of a source, and of the last command of a text in memory
     const char* cursor = nullptr;   // reading goes on here
-    const char* limit = nullptr;    // behind what is there now
+    const char* limit = nullptr;    // after what is there now
     const char* scanned = nullptr;  // the search for the end of the command goes on here
-    const char* quote = nullptr;    // the quote that scanned stands behind, if it stands inside of quotes
-    bool ended = false;             // whether there is nothing behind limit
+    const char* quote = nullptr;    // the quote that scanned stands after, if it stands inside of quotes
+    bool ended = false;             // whether there is nothing after limit
     size_t offset = 0;              // of cursor in the input
     size_t line = 1;                // of cursor
     size_t lineStart = 0;           // offset of the first byte of that line

@@ -13,7 +13,7 @@ namespace Zant::Language {
 
 namespace {
 
-// A bare word or name ends at white space or at a mark; the ";" behind the command is one.
+// A bare word or name ends at white space or at a mark; the ";" after the command is one.
 const char* endOfWord(const char* word) {
     while (!isCharacter(*word, Space | Delimiter))
         ++word;
@@ -62,11 +62,11 @@ bool TextParser::readList(ArgumentKind kind) {
 }
 
 bool TextParser::readNumber(double& number) {
-    const char* const behind = endOfNumber(here);
-    if (behind == here) return false;
-    number = numberOf({here, static_cast<size_t>(behind - here)});
+    const char* const after = endOfNumber(here);
+    if (after == here) return false;
+    number = numberOf({here, static_cast<size_t>(after - here)});
     if (!std::isfinite(number)) return fail("the number is too large");
-    here = behind;
+    here = after;
     return true;
 }
 
@@ -124,10 +124,10 @@ bool TextParser::readAngles(ZantAxesCore& axes) {
         }
         if (!take('>')) return fail("expected '>'");
     }
-    const char* const behind = here;
+    const char* const after = here;
     skipSpace();
     if (take('*')) return readScales(axes);
-    here = behind;
+    here = after;
     return true;
 }
 

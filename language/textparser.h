@@ -15,7 +15,7 @@ public:
     using FormWalk::FormWalk;
 
     /// @param first the command word, not white space
-    /// @param last the ";" behind the text
+    /// @param last the ";" after the text
     /// @return whether the text is a command; otherwise mismatch() says why not
     bool parse(const char* first, const char* last, Command& target) { return walk(first, last, target); }
 

@@ -80,7 +80,7 @@ bool TextReader::findEnd() {
     return false;
 }
 
-// Moves the unread rest to the front of the window and reads on behind it.
+// Moves the unread rest to the front of the window and reads on after it.
 bool TextReader::refill() {
     if (ended) return false;
     const size_t rest = static_cast<size_t>(limit - cursor);
@@ -145,7 +145,7 @@ void TextReader::explainMistake(const TextParser& parser) {
     }
 }
 
-// The input has ended inside of quotes. What stands behind the first quote that is under suspicion is read again.
+// The input has ended inside of quotes. What stands after the first quote that is under suspicion is read again.
 ReadResult TextReader::failUnclosed() {
     const char* const text = textOverLines(cursor, quote);
     const char* const suspect = text ? text : quote;
@@ -182,7 +182,7 @@ const char* TextReader::textOverLines(const char* from, const char* to) {
     return nullptr;
 }
 
-// Behind the first ";" of the line, or else at its end.
+// After the first ";" of the line, or else at its end.
 const char* TextReader::behindLine(const char* from) const {
     const char* const end = std::find(from, scanned, '\n');
     const char* const mark = std::find(from, end, ';');

@@ -76,7 +76,7 @@ const Symbol& CommandReplay::symbolNamed(const char* name, size_t slot) {
     return symbols[slot];
 }
 
-/// Keeps its block, and clears the padding behind texts.
+/// Keeps its block, and clears the padding after texts.
 class BinaryWriter::Buffer : public CommandBinaryBuffer {
 public:
     std::string_view block;

@@ -114,7 +114,7 @@ public:
 
     double value;       // the number that is written: the rounded one where that makes the text shorter
     uint32_t whole;     // its digits before the point,
-    uint64_t decimals;  // and behind it, padded with zeros
+    uint64_t decimals;  // and after it, padded with zeros
 
 private:
     // Splits n units of the last decimal; false if the decimals are all zero.
@@ -218,7 +218,7 @@ bool isInRange(double a, const DecimalTables& tables, Count decimals) {
     return a < wholeLimit && a * tables.powers()[decimals] < largestProduct;
 }
 
-// Returns the place behind the number, or null for the general way.
+// Returns the place after the number, or null for the general way.
 template <class Count>
 char* writeFraction(double a, char* out, const DecimalTables& tables, Count decimals) {
     FastDigits<Count> number(tables, decimals);

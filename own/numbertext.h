@@ -26,7 +26,7 @@ constexpr size_t numberTextRoom = 32;
 /// @return the place of the terminator, or null when it does not take the number (then out has no meaning)
 char* fastNumberText(double v, char* out, int decimals, int exponentLimit);
 
-/// The general way, in the defined order of operations. Leaves what is behind the terminator.
+/// The general way, in the defined order of operations. Leaves what is after the terminator.
 /// @return the place of the terminator
 char* generalNumberText(double v, char* out, const NumberStyle& style);
 

@@ -29,7 +29,7 @@ public:
         return offset;
     }
 
-    /// Pads the end, with bytes that are not written, until the address behind the data is a multiple of n.
+    /// Pads the end, with bytes that are not written, until the address after the data is a multiple of n.
     /// @param n a power of two
     void align(size_t n);
 
@@ -38,7 +38,7 @@ public:
         if (n > bufferSize) grow(n - dataSize);
     }
 
-    /// Moves the data, and the byte behind it if there is one, into a new block of exactly `size` bytes, which is more
+    /// Moves the data, and the byte after it if there is one, into a new block of exactly `size` bytes, which is more
     /// than the data.
     void resize(size_t size);
 

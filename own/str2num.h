@@ -11,9 +11,9 @@
 ///
 /// Conventions of all formatters
 /// - `room` is, on entry, the number of bytes that are free at the output pointer, terminator included; on return, the
-///   number of bytes that are still free behind the terminator.
+///   number of bytes that are still free after the terminator.
 /// - When the room runs out, the leading characters stay, the text is cut and still terminated. With room 0 nothing
-///   at all is written. Bytes behind the terminator stay untouched.
+///   at all is written. Bytes after the terminator stay untouched.
 /// - A fill character of 0 means no fill. With a fill, the number ends at the end of the room; the sign follows the
 /// fill.
 /// - Radix 2 to 36, digits above 9 in upper case.
@@ -27,7 +27,7 @@ namespace Zant {
 /// @param minus 1 for a minus sign, 0 for none
 void fill_and_minus(char*& out, size_t& room, size_t width, char fill, char minus);
 
-/// Writes v in the radix, behind its fill and sign.
+/// Writes v in the radix, after its fill and sign.
 void size_t_2_modulo(size_t v, char* out, size_t& room, char fill, int radix, char minus);
 
 /// Writes v in the radix, with a minus sign when it is negative.
@@ -40,7 +40,7 @@ int double_predot_count(double a);
 /// x is not negative.
 int _ddigit(double x, int p);
 
-/// Writes x with exactly `decimals` digits behind the point (no point for 0): cut, not rounded.
+/// Writes x with exactly `decimals` digits after the point (no point for 0): cut, not rounded.
 void double_2_decimal(double x, char* out, size_t& room, int decimals, char fill);
 
 /// As double_2_decimal(), but with less than two bytes of room only the terminator.
@@ -52,7 +52,7 @@ void double_2_sdecimal(double x, char* out, size_t& room, int decimals, char fil
 void double_2_natural(double x, char* out, size_t& room, int maxDecimals, char fill);
 
 /// Writes x in natural form, or as mantissa and exponent ("1.5e10", "9.99e-6") when its decimal exponent exceeds
-/// `maxExp` in magnitude. With less than two bytes left behind the mantissa the exponent is left out.
+/// `maxExp` in magnitude. With less than two bytes left after the mantissa the exponent is left out.
 /// The exponent is taken before rounding and from a logarithm, so that a mantissa may read "10" (1e15 gives "10e14").
 void double_2_sci(double x, char* out, size_t& room, int decimals, int maxExp);
 

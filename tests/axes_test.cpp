@@ -143,14 +143,14 @@ TEST(Axes, ConversionsByForm) {
 TEST(Axes, CopiesThreeRowsAtMost) {
     struct Guarded {
         ZantAxesCore axes;
-        double behind[3];
+        double after[3];
     } source{}, target{};
     source.axes.rows = 4;
-    source.behind[0] = source.axes.m[8] = 7;
+    source.after[0] = source.axes.m[8] = 7;
     Axes::copy(target.axes, source.axes);
     EXPECT_EQ(target.axes.rows, 4);
     EXPECT_EQ(target.axes.m[8], 7);
-    EXPECT_EQ(target.behind[0], 0);
+    EXPECT_EQ(target.after[0], 0);
 }
 
 TEST(Axes, ScalesByForm) {

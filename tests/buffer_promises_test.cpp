@@ -135,7 +135,7 @@ protected:
                 Tracing<Buffer> buffer(instance);
                 if (bytes != 0) buffer.fill(bytes - 1);
                 row.call(buffer);
-                ASSERT_EQ(buffer.trace, row.trace) << "behind " << bytes << " bytes";
+                ASSERT_EQ(buffer.trace, row.trace) << "after " << bytes << " bytes";
             }
         }
     }
@@ -316,7 +316,7 @@ size_t expectNoHalfDeletion(Instance* instance, size_t length) {
         FailingAllocator::failAt(0);
         if (state.count != 0) continue;
         ++failed;
-        EXPECT_EQ(sendSmall(buffer), sendSmall(untouched)) << "behind " << bytes << " bytes";
+        EXPECT_EQ(sendSmall(buffer), sendSmall(untouched)) << "after " << bytes << " bytes";
     }
     state.keeping = true;
     return failed;

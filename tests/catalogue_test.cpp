@@ -61,7 +61,7 @@ TEST(Catalogue, MistakesInFormsAreFoundWhereTheyStand) {
     const Row rows[] = {
         {"  presample d]\n", "group:4: '[' and ']' do not match"},
         {"  presample [d\n", "group:4: '[' and ']' do not match"},
-        {"  presample [d] i\n", "group:4: 'i' behind ']': a bracket ends the form"},
+        {"  presample [d] i\n", "group:4: 'i' after ']': a bracket ends the form"},
         {"  presample [d [i]]]\n", "group:4: '[' and ']' do not match"},
         {"  presample []\n", "group:4: nothing stands where a form was expected"},
         {"  presample [[d]]\n", "group:4: nothing stands between two '['"},

@@ -119,7 +119,7 @@ TEST(Contract, DestructorsKeepTheirSlots) {
     };
     ended = 0;
     callSlot(new Text, 5);
-    EXPECT_EQ(ended, 1) << "behind the four operations: its second entry frees as well";
+    EXPECT_EQ(ended, 1) << "after the four operations: its second entry frees as well";
     callSlot(new Proto, 1);
     EXPECT_EQ(ended, 2) << "the only operation of a prototyper";
 }

@@ -224,7 +224,7 @@ TEST_F(EventTest, AListenerThatOverridesNothingDeclines) {
         _ZantEventMousePosition where{{3, 4}, {5}};
         raise(kind, window, &where, nullptr);
         EXPECT_EQ(where.position[0] | where.position[1], 0);
-        EXPECT_EQ(where.reserved[0], 5) << "the engine's record may end behind the position";
+        EXPECT_EQ(where.reserved[0], 5) << "the engine's record may end after the position";
     }
     struct : EventListener {
         void getWindowMousePosition(void*, _ZantEventMousePosition& p) override { p.position[0] = 7; }

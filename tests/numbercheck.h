@@ -7,7 +7,7 @@
 /// What holds for number text whatever the bytes; the tests and the fuzzer call the same functions. Each answers
 /// nothing, or what did not hold.
 
-/// Reads a text as each kind of number, from memory of exactly its size: nothing behind the number is consumed, and
+/// Reads a text as each kind of number, from memory of exactly its size: nothing after the number is consumed, and
 /// the value is that of a slow reading.
 std::string checkReading(std::string_view text);
 

@@ -26,7 +26,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 // Calls a formatter with an area of exactly `room` bytes between guards; gives the text, and checks room left,
-// terminator, guards, and that the bytes behind the terminator stay as they were.
+// terminator, guards, and that the bytes after the terminator stay as they were.
 template <class Write>
 std::string written(size_t room, Write write) {
     constexpr size_t guard = 16;
@@ -423,7 +423,7 @@ TEST(HostileInput, IsReadAndWrittenAsDefined) {
         ASSERT_EQ(checkReading(text), "");
     }
     EXPECT_EQ(checkWriting(3506545.9999999995, 8 + 13 * 5 + 104), "") << "a unit low in the last written place";
-    EXPECT_EQ(checkWriting(419423999.49999994, 8), "") << "a nine left behind a digit that was rounded up";
+    EXPECT_EQ(checkWriting(419423999.49999994, 8), "") << "a nine left after a digit that was rounded up";
     NumberCases cases(8);
     for (unsigned i = 0; i < 20000; ++i)
         ASSERT_EQ(checkWriting(cases.next(), i), "");

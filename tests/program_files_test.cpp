@@ -180,7 +180,7 @@ TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
 TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {
     const struct {
         const char* front;  // of each command, in front of its number
-        const char* behind;
+        const char* after;
     } rows[] = {
         {"var a,", ";\n"},
         {"var a,", "; "},
@@ -191,7 +191,7 @@ TEST_F(ProgramFiles, PlacesInLargeFilesCountFromTheirStart) {
         std::string text;
         int number = 1000000;
         while (text.size() < 9000000)
-            text += row.front + std::to_string(++number) + row.behind;
+            text += row.front + std::to_string(++number) + row.after;
         const size_t column = text.size() - (text.rfind('\n') + 1) + 1;
         const std::string place =
             "in:" + std::to_string(countOf("\n", text) + 1) + ":" + std::to_string(column) + ": unknown command";

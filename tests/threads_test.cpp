@@ -63,7 +63,7 @@ protected:
     Library library{ZANT_LOOPBACK_DIR};
 };
 
-// First of all tests: the tables behind number text are made by whoever comes first.
+// First of all tests: nothing may have to be made ready before.
 TEST(ThreadsWithoutEngine, WriteTheFirstNumbersOfTheProcess) {
     std::string texts[threadCount];
     onEightThreads([&](size_t i) {

@@ -37,10 +37,10 @@ TEST(Values, VectorsActOnTheComponentsInUse) {
         EXPECT_TRUE(sameBits(pixel.values, {6, 8, 7, 0}));
         EXPECT_EQ(pixel.length(), 0);
     }
-    // An engine may deliver any count: nothing behind the components is touched.
+    // An engine may deliver any count: nothing after the components is touched.
     struct {
         Vector vector{1, 1, 1, 1};
-        double behind[4] = {1, 1, 1, 1};
+        double after[4] = {1, 1, 1, 1};
     } lying;
     for (int count : {5, 9, 100000}) {
         lying.vector = Vector(1, 1, 1, 1);
@@ -50,7 +50,7 @@ TEST(Values, VectorsActOnTheComponentsInUse) {
         lying.vector -= Vector(lying.vector);
         lying.vector *= 2;
         EXPECT_TRUE(sameBits(lying.vector.values, {0, 0, 0, 0}));
-        EXPECT_TRUE(sameBits(lying.behind, {1, 1, 1, 1}));
+        EXPECT_TRUE(sameBits(lying.after, {1, 1, 1, 1}));
         EXPECT_EQ(lying.vector.count, count);
     }
 }

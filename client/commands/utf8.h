@@ -23,7 +23,7 @@ struct UTF8Codec {
 
 /// Scratch storage for one text in UTF-8, made for one conversion and released with it.
 ///
-/// For `wchar_t` each unit is one code value. For `char16_t` a high surrogate and the low surrogate behind it are one
+/// For `wchar_t` each unit is one code value. For `char16_t` a high surrogate and the low surrogate after it are one
 /// code value; a surrogate on its own is encoded as it stands.
 ///
 /// Threads: one at a time for each object.

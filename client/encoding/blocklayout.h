@@ -10,7 +10,7 @@
 /// A command as one block of 64-bit little-endian words.
 ///
 /// A block is its own length in bytes, the items, and the end marker. Every item starts at a multiple of 8 from the
-/// start of the block; the padding behind a text is not written and has no meaning.
+/// start of the block; the padding after a text is not written and has no meaning.
 ///
 /// | item             | words                                                                          |
 /// |------------------|--------------------------------------------------------------------------------|
@@ -30,7 +30,7 @@ constexpr size_t wordSize = 8;
 constexpr uint64_t endMarker = static_cast<uint64_t>(-3);
 constexpr uint64_t listMarker = static_cast<uint64_t>(-2);
 
-constexpr size_t firstItem = wordSize;  ///< its place, behind the length
+constexpr size_t firstItem = wordSize;  ///< its place, after the length
 constexpr size_t endWords = 1;          ///< of a block and of a list
 constexpr size_t keywordWords = 1;
 constexpr size_t numberWords = 2;

@@ -48,7 +48,7 @@ protected:
     /// @return the bytes of the block, which live in the buffer until the next operation
     std::string_view finish();
 
-    /// @return the place of the next item, which is behind the last one and its padding
+    /// @return the place of the next item, which is after the last one and its padding
     char* nextItem() const { return position; }
 
 private:

@@ -17,7 +17,7 @@ constexpr double pi = 3.141592653589793;
 /// A vector of four with its brackets and commas; axes of nine with theirs, and the longest word around them.
 constexpr size_t vectorRoom = 4 * (doubleStyle.room + 1) + 2 + numberTextRoom;
 constexpr size_t axesRoom = 9 * (doubleStyle.room + 1) + 16 + numberTextRoom;
-/// What the longest command that a symbol sends of itself, in a destructor, takes behind its keyword: a separator, a
+/// What the longest command that a symbol sends of itself, in a destructor, takes after its keyword: a separator, a
 /// name of 127 bytes, a semicolon, a terminator. With room for all of it, it fails before its first byte or not at all.
 constexpr size_t symbolCommandRoom = 1 + (sizeof ZantSymbolCore::name - 1) + 2;
 
@@ -81,9 +81,9 @@ char* putAxes(char* out, const ZantAxesCore& axes) {
 char* putDoubled(char* out, const char* text, size_t length) {
     const char* const end = text + length;
     while (const void* found = std::memchr(text, '"', static_cast<size_t>(end - text))) {
-        const char* const behind = static_cast<const char*>(found) + 1;
-        out = put(put(out, text, static_cast<size_t>(behind - text)), '"');
-        text = behind;
+        const char* const after = static_cast<const char*>(found) + 1;
+        out = put(put(out, text, static_cast<size_t>(after - text)), '"');
+        text = after;
     }
     return put(out, text, static_cast<size_t>(end - text));
 }

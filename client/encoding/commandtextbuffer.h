@@ -57,9 +57,9 @@ public:
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
 
-    /// Sets the separator that stands behind a keyword.
+    /// Sets the separator that stands after a keyword.
     void setCommandSeparator();
-    /// Sets the separator that stands behind an argument.
+    /// Sets the separator that stands after an argument.
     void setArgumentSeparator();
 
     /// Finishes the command without sending it.

@@ -1,6 +1,6 @@
 #include "client/keywords/enums.h"
 
-// Each keyword stands behind its number; the numbers are those that the engine knows, so none may ever move.
+// Each keyword stands after its number; the numbers are those that the engine knows, so none may ever move.
 // clang-format off
 namespace Zant::Enums {
 

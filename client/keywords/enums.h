@@ -6,7 +6,7 @@
 /// The keywords of the command language: spelling and number of each.
 ///
 /// Keyword number n of a table stands in slot n - 1; number 0 is never a keyword. A null slot is a number without a
-/// keyword: no command sends it, and the numbers behind it do not close up. Spellings are case-sensitive and go to the
+/// keyword: no command sends it, and the numbers after it do not close up. Spellings are case-sensitive and go to the
 /// engine exactly as they stand. A number means something only together with its table, that is, with its place in the
 /// command: each table says which keywords it follows (arguments between them left out).
 ///

@@ -10,7 +10,7 @@ namespace Zant {
 
 /// The vocabulary as data: every form of every command, in the order of the catalogue.
 ///
-/// A form is the sequence of keywords and arguments behind the command word. The functions with narrow and with wide
+/// A form is the sequence of keywords and arguments after the command word. The functions with narrow and with wide
 /// strings share one form. The tables are generated from the catalogue and live as long as the process.
 ///
 /// Threads: read them on any thread, at any time.
@@ -55,10 +55,10 @@ struct FormToken {
 struct Form {
     const char* function;     // name of the typed function, narrow strings: "fg2_gradients"
     const char* notation;     // "fg gradients d d", as the catalogue writes it
-    const FormToken* tokens;  // behind the command word
+    const FormToken* tokens;  // after the command word
     uint16_t tokenCount;
     uint16_t command;          // number of the command word
-    uint8_t parameterCount;    // arguments of the typed function behind the first void*
+    uint8_t parameterCount;    // arguments of the typed function after the first void*
     const char* wideFunction;  // name of the twin with wide strings: "about1u"; null without strings
 };
 

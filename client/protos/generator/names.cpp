@@ -41,7 +41,7 @@ std::string capitalised(std::string word) {
     return word;
 }
 
-/// A declared symbol is named for the word before it, and so is a value that stands alone behind its keyword;
+/// A declared symbol is named for the word before it, and so is a value that stands alone after its keyword;
 /// everything else is named for its kind.
 std::string plainName(const std::string& command, const std::vector<Token>& tokens, size_t index) {
     const Token& token = tokens[index];

@@ -94,7 +94,7 @@ private:
     void readClosing() {
         for (; at_ != last_ && *at_ == "]"; ++at_)
             --open_;
-        if (at_ != last_) throw Fault(place_, "'" + *at_ + "' behind ']': a bracket ends the form");
+        if (at_ != last_) throw Fault(place_, "'" + *at_ + "' after ']': a bracket ends the form");
         if (open_ != 0) throw Fault(place_, "'[' and ']' do not match");
     }
 

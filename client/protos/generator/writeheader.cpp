@@ -27,7 +27,7 @@ class VertexMapSymbol;
 ///
 /// - `protos` is the address of a prototyper's Protos part (Prototyper::protos()), not the prototyper's own. It points
 ///   at the word that holds the buffer's address.
-/// - A name is the command word, the number of parameters behind `protos`, "u" where strings are wide, and the keywords.
+/// - A name is the command word, the number of parameters after `protos`, "u" where strings are wide, and the keywords.
 /// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
 /// - Every number reaches the engine as a double; above 2^53 an unsigned long is rounded to the nearest one.
 ///

@@ -19,7 +19,7 @@ std::string numbersText();
 /// The functions of one group.
 std::string sourceText(const CheckedGroup& group);
 
-/// The tables behind allForms() and formsOf().
+/// The tables of allForms() and formsOf().
 std::string formsText(const Vocabulary& vocabulary);
 
 }  // namespace Generator
