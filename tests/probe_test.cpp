@@ -12,16 +12,12 @@
 #include <string>
 #include <vector>
 
-#include "runningprogram.h"
-#include "testkit/environment.h"
+#include "zantprogram.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using Zant::Tests::countOf;
-using Zant::Tests::Outcome;
-using Zant::Tests::RunningProgram;
-using Zant::Tests::runProgram;
+using namespace ZantProgram;
 
 const std::string engines = ZANT_TEST_ENGINES;
 const std::string engineName = "zant3" ZANT_ENGINE_SUFFIX;
@@ -53,7 +49,7 @@ TEST(Probe, NamesTheFaultOfEveryEngine) {
     };
     for (const auto& row : rows) {
         const std::string engine = row.engine, directory = engine.substr(0, engine.find(' '));
-        const Outcome result = runProgram("probe " + engines + directory + "/" + engine.substr(directory.size()));
+        const Outcome result = zant("probe " + engines + directory + "/" + engine.substr(directory.size()));
         EXPECT_EQ(result.code, row.code) << row.engine << "\n" << result.output;
         for (const char* shown : row.shown)
             EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
@@ -62,7 +58,7 @@ TEST(Probe, NamesTheFaultOfEveryEngine) {
 
 TEST(Probe, ShowsEachStepAsItComes) {
     const auto start = std::chrono::steady_clock::now();
-    RunningProgram program("probe --time-limit 600 " + engines + "hangs/");
+    Running program(lineOf("probe --time-limit 600 " + engines + "hangs/"));
     EXPECT_TRUE(program.waitFor("the engine says hello"));
     // The end of the output comes when nobody holds it any more: the hanging child has gone with the program.
     EXPECT_EQ(program.end(SIGTERM).code, -SIGTERM);
@@ -73,17 +69,12 @@ TEST(Probe, ShowsEachStepAsItComes) {
 
 using Header = ElfW(Ehdr);
 
-std::string contentOf(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 class ProbeFile : public testing::Test {
 protected:
     /// Probes an engine file with this content.
     Outcome probe(const std::string& content) const {
         std::ofstream(folder.name() + "/" + engineName, std::ios::binary) << content;
-        return runProgram("probe " + folder.name() + "/");
+        return zant("probe " + folder.name() + "/");
     }
 
     /// Probes the good engine with a changed header.
@@ -125,7 +116,7 @@ TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
     expectFault(probeWith([](Header& h) { h.e_type = ET_EXEC; }), "a program");
     fs::remove(folder.name() + "/" + engineName);
     fs::create_directory(folder.name() + "/" + engineName);
-    expectFault(runProgram("probe " + folder.name() + "/"), "a directory");
+    expectFault(zant("probe " + folder.name() + "/"), "a directory");
 }
 
 TEST_F(ProbeFile, CutOffAnywhereIsNeverMapped) {

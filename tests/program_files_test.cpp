@@ -1,5 +1,7 @@
 // What the program reads and writes: files of every kind, whole or not at all.
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 
 #include "zantprogram.h"

@@ -1,5 +1,7 @@
 // The command-line host, run as a user runs it.
 
+#include <gtest/gtest.h>
+
 #include <cctype>
 #include <filesystem>
 #include <sstream>

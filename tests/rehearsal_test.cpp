@@ -8,18 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "runningprogram.h"
-#include "testkit/environment.h"
+#include "zantprogram.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Zant::Testkit::ScopedVariable;
 using Zant::Testkit::TemporaryFolder;
-using Zant::Tests::countOf;
-using Zant::Tests::Outcome;
-using Zant::Tests::RunningProgram;
-using Zant::Tests::runProgram;
+using namespace ZantProgram;
 
 const std::string plugins = ZANT_TEST_PLUGINS;
 
@@ -30,7 +26,7 @@ protected:
 
     std::ptrdiff_t filesLeft() const { return std::distance(fs::directory_iterator(folder.name()), {}); }
 
-    static Outcome rehearse(const std::string& plugin) { return runProgram("rehearse " + plugins + plugin); }
+    static Outcome rehearse(const std::string& plugin) { return zant("rehearse " + plugins + plugin); }
 
     const TemporaryFolder folder;
     const ScopedVariable temporary{"TMPDIR", folder.name()};
@@ -107,7 +103,7 @@ TEST_F(Rehearsal, FindsPluginsThatUseEachOthersCode) {
 TEST_F(Rehearsal, TidiesUpWhenItIsStopped) {
     const ScopedVariable mistake("ZANT_TEST_MISTAKE", "hangs");
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        RunningProgram program("rehearse --time-limit 600 " + plugins + "plugin_mistaken.so");
+        Running program(lineOf("rehearse --time-limit 600 " + plugins + "plugin_mistaken.so"));
         EXPECT_TRUE(program.waitFor("it hangs"));
         ASSERT_EQ(filesLeft(), 1);
         const fs::directory_entry own = *fs::directory_iterator(folder.name());
