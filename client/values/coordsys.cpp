@@ -18,12 +18,13 @@ struct Mover {
 
     void moveOut(Vector& point) const {
         Row3 moved = Arithmetic::times(point.values, x, y, z);
-        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the count of a vector is always set
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): set with the base class
         if (point.count == 3) moved = moved + offset;
         moved.store(point.values);
     }
 
     void moveInto(Vector& point) const {
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the same
         if (point.count == 3) (Row3(point.values) - offset).store(point.values);
         Arithmetic::times(point.values, x, y, z).store(point.values);
     }
