@@ -1,7 +1,6 @@
 // Reading the command language back: every form in every encoding, messages, hostile input, long input.
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <cstring>
@@ -56,29 +55,21 @@ int64_t bitsOf(double number) {
 TEST(Language, ReadsEveryFormInEveryEncoding) {
     RandomCommands random(5);
     Command command;
-    size_t forms = 0, functions = 0;
+    size_t functions = 0;
     for (const Form& form : allForms()) {
         for (int round = 0; round < 4; ++round) {
             random.make(form, command);
             ASSERT_EQ(checkRoundTrips(command), "") << form.notation;
         }
-        ++forms;
         functions += form.wideFunction ? 2 : 1;
     }
-    EXPECT_EQ(forms, allForms().size());
     EXPECT_EQ(functions, 2165u);
 }
 
 TEST(Language, HasNoFormsThatCouldBeTakenForOneAnother) {
-    const Grammar::Ambiguities& found = Grammar::vocabulary().ambiguities();
-    for (const Form* form : found.sameSequence)
-        ADD_FAILURE() << form->notation;
-    for (const Form* form : found.sameKeyword)
-        ADD_FAILURE() << form->notation;
-    for (const Form* form : found.keywordOrArgument)
-        ADD_FAILURE() << form->notation;
-    for (const Form* form : found.severalKinds)
-        ADD_FAILURE() << form->notation;
+    const auto& [sequences, keywords, arguments, kinds] = Grammar::vocabulary().ambiguities();
+    for (const auto& found : {sequences, keywords, arguments, kinds})
+        EXPECT_TRUE(found.empty()) << found[0]->notation;
 }
 
 TEST(Language, ReadsTheSameCommandFromEveryNotation) {
@@ -190,24 +181,14 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
               "the nearest form is 'delete S'");
 }
 
-// The text of a command whose symbol at one place is replaced by a bare word.
-std::string withWordAt(const Command& command, size_t place, const char* word) {
-    Command changed;
-    changed.form = command.form;
-    for (size_t k = 0; k < command.values().size(); ++k) {
-        changed.beginValue(command.form->tokens[k].kind, 0);
-        const Value& value = command.values()[k];
-        if (value.kind == ValueKind::Symbol) changed.addText(k == place ? "@@" : "other");
-        if (value.kind == ValueKind::Number) changed.addNumber(1);
-        if (value.kind == ValueKind::String) changed.addText("text");
-        if (value.kind == ValueKind::Vector) changed.addVector(Vector(1, 2, 3));
-        if (value.kind == ValueKind::Axes) changed.addAxes(Axes());
-        if (value.kind == ValueKind::CoordSys) changed.addCoordSys(CoordSys());
-    }
-    TextWriter writer;
-    std::string text = writer.write(changed);
-    return text.replace(text.find("@@"), 2, word);
-}
+// Commands with a mark in place of the symbol at one place.
+class MarkedCommands : public SampleCommands {
+public:
+    size_t marked = 0;
+
+private:
+    std::string textFor(ArgumentKind, size_t place) override { return place == marked ? "@@" : "other"; }
+};
 
 TEST(Language, TakesNoNumberForTheNameOfASymbol) {
     const struct {
@@ -215,16 +196,18 @@ TEST(Language, TakesNoNumberForTheNameOfASymbol) {
         bool isNumber;
     } words[] = {{"0.5", true},       {"-1", true},   {"+2", true},     {".5", true},  {"-.5e3", true}, {"1e5", true},
                  {"e1234560", false}, {"2nd", false}, {"1.2.3", false}, {"-x", false}, {"\"5\"", false}};
-    RandomCommands random(1);
+    MarkedCommands marking;
     Command command;
+    TextWriter writer;
     size_t places = 0;
     for (const Form& form : allForms()) {
-        random.make(form, command);
-        for (size_t place = 0; place < form.tokenCount; ++place) {
-            if (command.values()[place].kind != ValueKind::Symbol) continue;
+        for (marking.marked = 0; marking.marked < form.tokenCount; ++marking.marked) {
+            if (valueKindOf(form.tokens[marking.marked].kind) != ValueKind::Symbol) continue;
+            marking.make(form, command);
+            const std::string before = writer.write(command);
             ++places;
             for (const auto& row : words) {
-                const std::string text = withWordAt(command, place, row.word);
+                const std::string text = std::string(before).replace(before.find("@@"), 2, row.word);
                 const std::string message = firstMessage(text);
                 if (!row.isNumber) {
                     ASSERT_EQ(message, "understood") << text;
@@ -242,36 +225,34 @@ TEST(Language, TakesNoNumberForTheNameOfASymbol) {
 TEST(Language, NamesAllMistakesOfAFile) {
     const char* const text =
         "surface s,diffuse,t;\n"
-        "surfce s,black;\n"                           // 2:1
-        "light l,piont,{(0,1,0),(0,2,0)},(1,1,1);\n"  // 3:9
-        "echo \"a; b\";\nfg gradients,1\n;\n"         // 5:15, at the end of the command
-        "vector v,\n  \"text\";\n"                    // 8:3
-        "render 1;\n"                                 // 9:8
-        "threads many;\n"                             // 10:9
-        "axes a,<1,2,3;\n"                            // 11:14
-        "echo \"one\" \"two\";\n"                     // 12:12
-        "sett pixelFilter,boxx,1;\n"                  // 13:18
-        "camera perspective,(1,1),45,(0,0,0)@eye;\n"  // 14:37
-        "echo \"not closed; threads x;\n"             // 15:6, and 15:27
+        "surfce s,black;\n"  // line 2
+        "light l,piont,{(0,1,0),(0,2,0)},(1,1,1);\n"
+        "echo \"a; b\";\nfg gradients,1\n;\n"  // a mistake at the end of the command, in line 6
+        "vector v,\n  \"text\";\n"
+        "render 1;\n"
+        "threads many;\n"  // line 10
+        "axes a,<1,2,3;\n"
+        "echo \"one\" \"two\";\n"
+        "sett pixelFilter,boxx,1;\n"
+        "camera perspective,(1,1),45,(0,0,0)@eye;\n"
+        "echo \"not closed; threads x;\n"  // line 15 has two
         "fg reset\n"
-        "stop 2;\n"      // 17:1, a ";" is missing in front, and 17:6
-        "echo \"open\n"  // 18:6
-        "threads y;\n"   // 19:9
+        "stop 2;\n"  // so has line 17: a ";" is missing in front
+        "echo \"open\n"
+        "threads y;\n"
         "echo \"closed;\";\n"
         "stop;";
-    const std::pair<size_t, size_t> expected[] = {{2, 1},   {3, 9},   {6, 1},   {8, 3},   {9, 8},  {10, 9},
-                                                  {11, 14}, {12, 12}, {13, 18}, {14, 37}, {15, 6}, {15, 27},
-                                                  {17, 1},  {17, 6},  {18, 6},  {19, 9}};
-    std::vector<std::pair<size_t, size_t>> found;
+    std::string found;
     size_t commands = 0;
     TextReader reader{std::string_view(text)};
     Command command;
     for (ReadResult result; (result = reader.next(command)) != ReadResult::End;) {
         const Position& position = reader.diagnostic().position;
-        if (result == ReadResult::Error) found.emplace_back(position.line, position.column);
+        if (result == ReadResult::Error)
+            found += std::to_string(position.line) + ":" + std::to_string(position.column) + " ";
         if (result == ReadResult::Command) ++commands;
     }
-    EXPECT_EQ(found, (std::vector<std::pair<size_t, size_t>>(std::begin(expected), std::end(expected))));
+    EXPECT_EQ(found, "2:1 3:9 6:1 8:3 9:8 10:9 11:14 12:12 13:18 14:37 15:6 15:27 17:1 17:6 18:6 19:9 ");
     EXPECT_EQ(commands, 4u);
 }
 
@@ -356,6 +337,12 @@ TEST(Language, SurvivesWhatTheFuzzersFound) {
         EXPECT_EQ(result.commands, 1u) << text;
     }
     EXPECT_EQ(canonical(texts[1]), texts[1]);
+    std::string longer = "postProcess filter,{0";  // than the reader's window
+    for (int k = 1; k < 5000; ++k)
+        longer += "," + std::to_string(k);
+    const CheckResult result = checkText(longer + "};about;");
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.commands, 2u);
 }
 
 TEST(Language, KeepsNothingOfALongText) {
@@ -372,38 +359,17 @@ TEST(Language, KeepsNothingOfALongText) {
         const std::string_view line =
             "light l,point,{(0,1,0),(0,2,0),(0,3,0)},(0.5,0.5,1);   \necho \"; again \"\"\";\n";
     };
-    const auto memory = [] {
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        return usage.ru_maxrss;
-    };
     Repeated source;
     const size_t size = source.left * source.line.size();
-    ASSERT_GE(size, 30000000u);
     TextReader reader(source);
     Command command;
     size_t commands = 0;
     size_t allocations = 0;
-    long before = 0;
-    while (reader.next(command) == ReadResult::Command) {
-        if (++commands != 1000) continue;
-        before = memory();
-        allocations = allocationCount();
-    }
+    while (reader.next(command) == ReadResult::Command)
+        if (++commands == 1000) allocations = allocationCount();
     EXPECT_EQ(allocationCount(), allocations);
     EXPECT_EQ(commands, 800000u) << reader.diagnostic().describe("text");
     EXPECT_EQ(reader.consumed(), size);
-    EXPECT_LT(memory() - before, 2048) << "kilobytes";
-}
-
-TEST(Language, ReadsACommandThatIsLongerThanTheWindow) {
-    std::string text = "postProcess filter,{0";
-    for (int k = 1; k < 5000; ++k)
-        text += "," + std::to_string(k);
-    text += "};about;";
-    const CheckResult result = checkText(text);
-    EXPECT_EQ(result.fault, "");
-    EXPECT_EQ(result.commands, 2u);
 }
 
 TEST(Language, ReadsAmbiguousFormsInTheOrderOfTheForms) {

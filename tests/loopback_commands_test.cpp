@@ -19,41 +19,19 @@ using namespace Language;
 
 namespace {
 
-// The name of a symbol: one of the engine's own objects, or a new one.
-std::string symbolFor(ArgumentKind kind, size_t place) {
-    if (kind == ArgumentKind::NewSymbol) return "new" + std::to_string(place);
-    if (kind == ArgumentKind::BitmapSymbol) return "bitmap";
-    if (kind == ArgumentKind::MeshSymbol) return "mesh";
-    return kind == ArgumentKind::VertexMapSymbol ? "map" : "x";
-}
+// Commands about the engine's own objects, or new ones.
+class CommandsOfTheScene : public SampleCommands {
+public:
+    static std::string newName(size_t place) { return "new" + std::to_string(place); }
 
-// A command of a form, with values that the engine's own objects take.
-void makeSample(const Form& form, Command& command) {
-    command.clear();
-    command.form = &form;
-    for (size_t place = 0; place < form.tokenCount; ++place) {
-        const ArgumentKind kind = form.tokens[place].kind;
-        command.beginValue(kind, 0);
-        switch (valueKindOf(kind)) {
-            case ValueKind::Keyword:
-                break;
-            case ValueKind::Number:
-                command.addNumber(1);
-                break;
-            case ValueKind::Vector:
-                command.addVector(Vector(1, 1, 1));
-                break;
-            case ValueKind::Axes:
-                command.addAxes(Axes());
-                break;
-            case ValueKind::CoordSys:
-                command.addCoordSys(CoordSys());
-                break;
-            default:
-                command.addText(symbolFor(kind, place));
-        }
+private:
+    std::string textFor(ArgumentKind kind, size_t place) override {
+        if (kind == ArgumentKind::NewSymbol) return newName(place);
+        if (kind == ArgumentKind::BitmapSymbol) return "bitmap";
+        if (kind == ArgumentKind::MeshSymbol) return "mesh";
+        return kind == ArgumentKind::VertexMapSymbol ? "map" : "x";
     }
-}
+};
 
 // Commands that read a file or delete what they name.
 bool needsCare(const Form& form) {
@@ -71,6 +49,7 @@ TEST(LoopbackCommands, OfEveryFormAreTakenInEveryEncodingAndDeclareTheirObjects)
     CommandBinaryBuffer binary(host.instance);
     TextWriter writer;
     CommandReplay replay;
+    CommandsOfTheScene samples;
     Command command;
     std::string told;
     size_t taken = 0;
@@ -80,7 +59,7 @@ TEST(LoopbackCommands, OfEveryFormAreTakenInEveryEncodingAndDeclareTheirObjects)
         "meshOp mesh,points,map;\nvar x;\n";
     for (const Form& form : allForms()) {
         if (needsCare(form)) continue;
-        makeSample(form, command);
+        samples.make(form, command);
         for (CommandBuffer* const buffer : std::initializer_list<CommandBuffer*>{&plain, &quick, &binary}) {
             ASSERT_EQ(host.parse(setting.c_str()), 0);
             replay.send(command, *buffer);
@@ -91,7 +70,7 @@ TEST(LoopbackCommands, OfEveryFormAreTakenInEveryEncodingAndDeclareTheirObjects)
         }
         for (size_t place = 0; place < form.tokenCount; ++place) {
             if (form.tokens[place].kind != ArgumentKind::NewSymbol) continue;
-            const std::string name = symbolFor(ArgumentKind::NewSymbol, place);
+            const std::string name = CommandsOfTheScene::newName(place);
             EXPECT_NE(host.instance->findObject(name.c_str(), HandleObject), nullptr) << form.function;
             ++declared;
         }

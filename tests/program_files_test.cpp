@@ -1,9 +1,5 @@
 // What the program reads and writes: files of every kind, whole or not at all.
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "zantprogram.h"
 
 namespace {
@@ -14,24 +10,10 @@ using namespace ZantProgram;
 
 constexpr const char* scene = "var a,1;\nvar b,2;\n";
 
-/// A folder of its own, in which the shell runs, with a scene in "scene".
-class ProgramFiles : public testing::Test {
+class ProgramFiles : public ZantProgram::Test {
 protected:
-    ProgramFiles() {
-        fs::remove_all(folder);
-        fs::create_directory(folder);
-        write("scene", scene);
-    }
-    ~ProgramFiles() override { fs::remove_all(folder); }
+    ProgramFiles() { write("scene", scene); }
 
-    void write(const std::string& name, const std::string& content) const {
-        ZantProgram::write(folder + "/" + name, content);
-    }
-    std::string content(const std::string& name) const { return contentOf(folder + "/" + name); }
-    Outcome shell(const std::string& line) const {
-        return run("cd '" + folder + "'; PATH=" + fs::path(ZANT_PROGRAM).parent_path().string() + ":$PATH; " + line);
-    }
-    bool has(const std::string& name) const { return fs::exists(fs::symlink_status(folder + "/" + name)); }
     /// Files that the program left beside its output.
     size_t leftovers() const {
         size_t count = 0;
@@ -39,8 +21,6 @@ protected:
             count += entry.path().filename().string()[0] == '.';
         return count;
     }
-
-    const std::string folder = temporary("zant_files");
 };
 
 TEST_F(ProgramFiles, OutputsChangeAsAWholeOrNotAtAll) {
@@ -73,9 +53,9 @@ TEST_F(ProgramFiles, OutputsChangeAsAWholeOrNotAtAll) {
     for (const auto& row : rows) {
         write("out", old);
         const Outcome result = shell(row.line);
-        EXPECT_EQ(result.code, row.code) << row.line << "\n" << result.output;
-        EXPECT_EQ(content("out"), row.output) << row.line << "\n" << result.output;
-        EXPECT_EQ(leftovers(), 0u) << row.line;
+        EXPECT_EQ(result.code, row.code) << result;
+        EXPECT_EQ(content("out"), row.output) << result;
+        EXPECT_EQ(leftovers(), 0u) << result;
     }
 }
 
@@ -98,20 +78,19 @@ TEST_F(ProgramFiles, OutputsFollowLinksAndKeepTheMode) {
     EXPECT_EQ(shell("zant convert --to text -o below scene").code, 4);
     EXPECT_EQ(shell("zant convert --to text -o missing/../new missing").code, 4);
     EXPECT_EQ(shell("zant convert --to text -o new missing").code, 1);
-    EXPECT_FALSE(has("new"));
+    EXPECT_FALSE(fs::exists(folder + "/new"));
 }
 
 TEST_F(ProgramFiles, EverySubcommandNoticesAFullDisk) {
     if (!fs::exists("/dev/full")) GTEST_SKIP() << "this platform has no full device";
-    const std::string engine = fs::path(ZANT_PROGRAM).parent_path().parent_path().string() + "/lib/zant/loopback/";
     for (const std::string line :
          {"--help >", "--version >", "check scene >", "check --json missing >", "forms light >", "forms --json fg >",
           "convert --to binary scene >", "decode scene >", "run examples >", "report scene >", "reference below >",
           "convert --to text scene -o ", "report scene -o ", "decode scene -o "}) {
         write("examples", "about;\n");
         const Outcome result = shell("zant " + line + "/dev/full");
-        EXPECT_EQ(result.code, 4) << line << "\n" << result.output;
-        EXPECT_EQ(countOf("cannot be written", result.output), 1u) << line << "\n" << result.output;
+        EXPECT_EQ(result.code, 4) << result;
+        EXPECT_EQ(countOf("cannot be written", result.output), 1u) << result;
     }
     EXPECT_EQ(shell("zant reference scene/below").code, 4);
     EXPECT_EQ(shell("zant reference --header scene below").code, 1);
@@ -138,9 +117,9 @@ TEST_F(ProgramFiles, EverySubcommandReadsEveryKindOfInput) {
         for (const std::string line : {"check in", "run in", "convert --to text in", "check - <in", "run - <in",
                                        "cat in | zant run -", "decode in", "report in"}) {
             const Outcome result = shell((line.rfind("cat", 0) == 0 ? "" : "zant ") + line);
-            EXPECT_EQ(result.code, 1) << line << "\n" << result.output;
+            EXPECT_EQ(result.code, 1) << result;
             for (const std::string& place : row.places)
-                EXPECT_EQ(countOf(place, result.output), 1u) << line << ": " << place << "\n" << result.output;
+                EXPECT_EQ(countOf(place, result.output), 1u) << place << "\n" << result;
         }
         const Outcome values = shell("zant run --value a --value d in");
         EXPECT_EQ(countOf("a = 1\nd = 4\n", values.output), row.rest) << values.output;
@@ -168,10 +147,10 @@ TEST_F(ProgramFiles, RunSendsBlocksAsBlocks) {
     };
     for (const auto& row : rows) {
         write("in", row.input);
-        const Outcome result = shell("zant run --value b in");
-        EXPECT_EQ(result.code, 1) << row.shown;
-        EXPECT_EQ(countOf(row.shown, result.output), 1u) << row.shown << "\n" << result.output;
-        EXPECT_EQ(countOf("b = 2\n", result.output), 1u) << "the others are sent: " << result.output;
+        const Outcome result = zant("run --value b in");
+        EXPECT_EQ(result.code, 1) << result;
+        EXPECT_EQ(countOf(row.shown, result.output), 1u) << row.shown << "\n" << result;
+        EXPECT_EQ(countOf("b = 2\n", result.output), 1u) << "the others are sent: " << result;
     }
     write("in", blocks + foreign);
     const std::string place = "in: byte " + std::to_string(blocks.size() + 8) + ": ";

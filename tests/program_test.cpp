@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <filesystem>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -15,42 +14,31 @@ namespace {
 namespace fs = std::filesystem;
 
 using namespace ZantProgram;
+using Program = ZantProgram::Test;
 
 const std::string examples = ZANT_SOURCE_DIR "/examples/";
-const std::string data = ZANT_SOURCE_DIR "/tests/data/";
 
-TEST(Program, ExitCodesAndMessages) {
-    struct Row {
+TEST_F(Program, ExitCodesAndMessages) {
+    write("bad", "about;\nlihgt a;\n");
+    write("names", "var x;\nclear x;\n");
+    write("more", "delete x;\nclear x;\n");
+    const struct {
         const char* arguments;
         int code;
         const char* shown;
-    };
-    const std::string badFile = temporary("zant_bad.zant");
-    const std::string missingFirst = "check /nonexistent/file " + badFile,
-                      runMissing = "run /nonexistent/file " + badFile;
-    std::ofstream(badFile) << "about;\nlihgt a;\n";
-    const std::string checkBad = "check " + badFile;
-    const std::string runBad = "run " + badFile;
-    const std::string names = temporary("zant_names.zant"), moreNames = temporary("zant_more_names.zant");
-    std::ofstream(names) << "var x;\nclear x;\n";
-    std::ofstream(moreNames) << "delete x;\nclear x;\n";
-    const std::string firstIsBad = "decode " + badFile + " " + names;
-    const std::string inOrder = "check --symbols " + names + " " + moreNames;
-    const std::string inDisorder = "check --symbols " + moreNames + " " + names;
-    const Row rows[] = {
-        {inOrder.c_str(), 1, "zant_more_names.zant:2:7: 'x' was deleted in /"},
-        {inDisorder.c_str(), 1, "zant_more_names.zant:1:8: 'x' is not declared"},
+    } rows[] = {
+        {"check --symbols names more", 1, "more:2:7: 'x' was deleted in more, line 1\n"},
+        {"check --symbols more names", 1, "more:1:8: 'x' is not declared"},
         {"", 2, "subcommand is required"},
         {"dance", 2, "no subcommand 'dance'"},
         {"--version", 0, "3.0.0"},
         {"check", 2, "FILE is required"},
-        {"check /nonexistent/file", 1, "No such file"},
-        {missingFirst.c_str(), 1, ": 2 commands, 1 mistake\n"},
-        {runMissing.c_str(), 1, "light"},
-        {"check /", 1, "s a directory"},
-        {firstIsBad.c_str(), 1, "lihgt"},
-        {checkBad.c_str(), 1, ":2:1: unknown command 'lihgt', did you mean 'light'?"},
-        {runBad.c_str(), 1, "light"},
+        {"check missing", 1, "No such file"},
+        {"check missing bad", 1, ": 2 commands, 1 mistake\n"},
+        {"run missing bad", 1, "light"},
+        {"decode bad names", 1, "lihgt"},
+        {"check bad", 1, "bad:2:1: unknown command 'lihgt', did you mean 'light'?"},
+        {"run bad", 1, "light"},
         {"run --engine /nonexistent/ /dev/null", 3, "/nonexistent/zant3d.dylib"},
         {"report --engine /nonexistent/", 3, "the engine does not load"},
         {"probe /nonexistent", 3, "has no final separator"},
@@ -62,11 +50,8 @@ TEST(Program, ExitCodesAndMessages) {
         {"forms no_such_$(printf '\\033')", 1, "no_such_\\x1B"},
         {"check --help", 0, "4  the output could not be written"},
     };
-    for (const Row& row : rows) {
-        const Outcome result = zant(row.arguments);
-        EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
-        EXPECT_NE(result.output.find(row.shown), std::string::npos) << row.arguments << "\n" << result.output;
-    }
+    for (const auto& row : rows)
+        expectShown(zant(row.arguments), row.code, {row.shown});
 }
 
 /// What bash offers for the last of the words.
@@ -80,7 +65,7 @@ std::string completion(const std::string& words) {
 /// The first words of the help text's lines that begin with two blanks and a letter or a minus.
 std::vector<std::string> itemsOfHelp(const std::string& arguments, bool isOption) {
     std::vector<std::string> items;
-    std::istringstream help(zant(arguments + " --help").output);
+    std::istringstream help(run(lineOf(arguments + " --help")).output);
     for (std::string line, word; std::getline(help, line);) {
         std::istringstream words(line);
         if (line.rfind("  ", 0) != 0 || (line[2] == '-') != isOption || !(words >> word)) continue;
@@ -90,7 +75,7 @@ std::vector<std::string> itemsOfHelp(const std::string& arguments, bool isOption
     return items;
 }
 
-TEST(Program, TheManualPageAndTheCompletionHaveEveryOption) {
+TEST_F(Program, TheManualPageAndTheCompletionHaveEveryOption) {
     const std::string page = run(ZANT_PROGRAM " describe manual | sed 's/\\\\f[BIR]//g; s/\\\\-/-/g'").output;
     size_t compared = 0;
     for (const std::string& command : itemsOfHelp("", false)) {
@@ -119,126 +104,86 @@ TEST(Program, TheManualPageAndTheCompletionHaveEveryOption) {
         EXPECT_EQ(completion(words), offered) << words;
 }
 
-TEST(Program, SurvivesFilesOfEveryKind) {
-    const std::string empty = temporary("zant_empty.zant"), zeros = temporary("zant_zeros.zant"),
-                      oneLine = temporary("zant_long.zant"), brokenText = temporary("zant_utf8.zant"),
-                      unended = temporary("zant_unended.zant"), folder = temporary("zant_folder.zant"),
-                      marked = temporary("zant_marked.zant");
-    std::ofstream(empty).close();
-    std::ofstream(zeros) << std::string(5000, '\0');
-    std::ofstream(oneLine) << "echo \"" << std::string(3000000, 'x') << "\";" << std::string(1000000, ' ') << "about;";
-    std::ofstream(brokenText) << "echo \"\xFF\xC3(\xED\xA0\x80\xF8\";\nechø;\n";
-    std::ofstream(unended) << "echo \"never closed;\nabout;\n";
-    std::ofstream(marked) << "\xEF\xBB\xBF"
-                             "about;\n";
-    fs::create_directory(folder);
+TEST_F(Program, SurvivesFilesOfEveryKind) {
+    write("empty", "");
+    write("zeros", std::string(5000, '\0'));
+    write("one line", "echo \"" + std::string(3000000, 'x') + "\";" + std::string(1000000, ' ') + "about;");
+    write("no text", "echo \"\xFF\xC3(\xED\xA0\x80\xF8\";\nechø;\n");
+    write("unended", "echo \"never closed;\nabout;\n");
+    write("marked",
+          "\xEF\xBB\xBF"
+          "about;\n");
     const struct {
         std::string file;
         int code;           // of every command
         const char* shown;  // by check
     } rows[] = {
-        {empty, 0, ""},
-        {zeros, 1, "byte 0: no block begins here"},
-        {oneLine, 0, ""},
-        {brokenText, 1, ":2:1:"},
-        {unended, 1, ":1:6:"},
-        {marked, 0, ""},
-        {folder, 1, "s a directory"},
-        {folder + "/none/\xC3\x28", 1, "No such file"},
+        {"empty", 0, ""},
+        {"zeros", 1, "byte 0: no block begins here"},
+        {"one line", 0, ""},
+        {"no text", 1, ":2:1:"},
+        {"unended", 1, ":1:6:"},
+        {"marked", 0, ""},
+        {".", 1, "s a directory"},
+        {"none/\xC3\x28", 1, "No such file"},
         {std::string(5000, 'n'), 1, "File name too long"},
         {"", 1, "No such file"},
     };
     for (const auto& row : rows) {
-        const std::string name = row.file.substr(0, 60);
-        const Outcome check = zant("check '" + row.file + "'");
-        EXPECT_EQ(check.code, row.code) << name << "\n" << check.output.substr(0, 500);
-        EXPECT_NE(check.output.find(row.shown), std::string::npos) << name << "\n" << check.output.substr(0, 500);
-        for (const char* command : {"run ", "decode ", "convert --to text ", "convert --to binary ", "report "}) {
-            const Outcome other = zant(command + ("'" + row.file + "'"));
-            EXPECT_EQ(other.code, row.code) << command << name << "\n" << other.output.substr(0, 500);
-        }
+        expectShown(zant("check '" + row.file + "'"), row.code, {row.shown});
+        for (const char* command : {"run ", "decode ", "convert --to text ", "convert --to binary ", "report "})
+            expectShown(zant(command + ("'" + row.file + "'")), row.code, {});
     }
 }
 
-TEST(Program, RunsCommandFilesAndReadsValuesBack) {
-    const std::string file = temporary("zant_values.zant");
-    write(file, "coordSys places,(1,2,3)@<>;\naxes turned,axes((1,0,0),(0,2,0),(0,0,3));\n");
-    const Outcome result =
-        zant("run --value exposure --value title --value origin --value nothing --value places --value turned " +
-             examples + "room.zant " + examples + "turntable.zant " + file);
-    EXPECT_EQ(result.code, 1) << result.output;
-    for (const char* shown :
-         {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"", "origin = (0, 1.5, -4)",
-          "places = (1, 2, 3) @ <>", "turned = matrix (1, 0, 0) (0, 2, 0) (0, 0, 3)", "no value 'nothing'"})
-        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+TEST_F(Program, RunsCommandFilesAndReadsValuesBack) {
+    write("values", "coordSys places,(1,2,3)@<>;\naxes turned,axes((1,0,0),(0,2,0),(0,0,3));\n");
+    const std::string values =
+        "--value exposure --value title --value origin --value nothing --value places --value turned ";
+    expectShown(zant("run " + values + examples + "room.zant " + examples + "turntable.zant values"), 1,
+                {"room: geometry", "exposure = 1.5", "title = A room in the \"morning\"", "origin = (0, 1.5, -4)",
+                 "places = (1, 2, 3) @ <>", "turned = matrix (1, 0, 0) (0, 2, 0) (0, 0, 3)", "no value 'nothing'"});
 }
 
-TEST(Program, NamesTenPlantedMistakes) {
-    const Outcome result = zant("check " + data + "ten_mistakes.zant");
-    EXPECT_EQ(result.code, 1);
-    EXPECT_NE(result.output.find("10 mistakes"), std::string::npos) << result.output;
-    for (const char* shown : {":2:1:", "'light'", ":3:4:", "'gradients'",
-                              ":4:", ":5:16:", ":7:", ":8:", ":9:26:", "'color'", ":10:", ":11:", ":12:"})
-        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
-    EXPECT_EQ(countOf("ten_mistakes.zant:", result.output), 11u) << result.output;
-}
-
-TEST(Program, ConvertsThereAndBack) {
-    const std::string plain = temporary("zant_plain.zant");
-    const std::string quick = temporary("zant_quick.zant");
-    const std::string binary = temporary("zant_binary.zant");
-    const std::string again = temporary("zant_again.zant");
-    for (const char* example : {"room.zant", "turntable.zant"}) {
-        EXPECT_EQ(zant("convert --to text -o " + plain + " " + examples + example).code, 0);
-        EXPECT_EQ(zant("convert --to quick -o " + quick + " " + plain).code, 0);
-        EXPECT_EQ(zant("convert --to binary -o " + binary + " " + quick).code, 0);
-        EXPECT_EQ(zant("convert --to text -o " + again + " " + binary).code, 0);
-        EXPECT_EQ(contentOf(plain), contentOf(again));
-        EXPECT_GT(countOf("\n", contentOf(plain)), 30u);
-        EXPECT_EQ(contentOf(quick).substr(0, 1), "[");
-        EXPECT_EQ(zant("check " + plain + " " + quick + " " + binary).code, 0);
+TEST_F(Program, ConvertsThereAndBack) {
+    for (const std::string example : {"room.zant", "turntable.zant"}) {
+        const Outcome converted =
+            shell("set -e; zant convert --to text -o plain " + examples + example +
+                  "; zant convert --to quick -o quick plain; zant convert --to binary -o binary quick; "
+                  "zant convert --to text -o again binary; zant check plain quick binary");
+        EXPECT_EQ(converted.code, 0) << converted;
+        EXPECT_EQ(content("plain"), content("again"));
+        EXPECT_GT(countOf("\n", content("plain")), 30u);
+        EXPECT_EQ(content("quick")[0], '[');
     }
-    fs::resize_file(binary, fs::file_size(binary) - 3);
-    const Outcome cut = zant("check " + binary);
-    EXPECT_EQ(cut.code, 1);
-    EXPECT_NE(cut.output.find("the block is cut off"), std::string::npos) << cut.output;
+    expectShown(shell("truncate -s -3 binary; zant check binary"), 1, {"the block is cut off"});
 }
 
-TEST(Program, SaysWhichNumbersTextCannotHold) {
-    const std::string file = temporary("zant_numbers.zant"), text = temporary("zant_numbers_text.zant");
-    std::ofstream(file) << "vector v,(0.1,1e300,-0);\nvector w,(0.30000000000000004,9007199254740993,1e23);\n";
-    EXPECT_EQ(zant("convert --to text " + file).output,
-              "vector v,(0.1,1e300,-0);\nvector w,(0.30000000000000004,9007199254740992,1e23);\n");
+TEST_F(Program, SaysWhichNumbersTextCannotHold) {
+    const std::string text = "vector v,(0.1,1e300,-0);\nvector w,(0.30000000000000004,9007199254740992,1e23);\n";
+    write("numbers", text);
+    EXPECT_EQ(zant("convert --to text numbers").output, text);
 
     // double d, with the words of a NaN
     const uint64_t words[] = {56, 9, 1, uint64_t{'d'}, 0, 0x7FF8000000000000, static_cast<uint64_t>(-3)};
-    std::ofstream(file, std::ios::binary).write(reinterpret_cast<const char*>(words), sizeof words);
-    const Outcome changed = zant("convert --to text -o " + text + " " + file);
-    EXPECT_EQ(changed.code, 1);
-    EXPECT_NE(changed.output.find("text cannot hold 1 of the numbers, the first at byte 0:"), std::string::npos)
-        << changed.output;
-    EXPECT_EQ(zant("convert --to binary -o " + text + " " + file).code, 0);
-    write(text, "about;\n");
-    EXPECT_EQ(zant("convert --to text " + file + " " + text).code, 1) << "the first file's numbers count as well";
+    write("NaN", std::string(reinterpret_cast<const char*>(words), sizeof words));
+    expectShown(zant("convert --to text NaN numbers"), 1, {"text cannot hold 1 of the numbers, the first at byte 0:"});
+    EXPECT_EQ(zant("convert --to binary NaN").code, 0);
 }
 
-TEST(Program, DecodesItemByItem) {
-    const std::string file = temporary("zant_decode.zant");
-    std::ofstream(file) << "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;\n"
-                           "lightAdd line,{(0,0,0),(1,2,3)},(0,1,0),(1,1,1);";
-    const Outcome result = zant("decode " + file);
-    for (const char* shown : {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)",
-                              "sky", "2 items", "1 item\n"})
-        EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
+TEST_F(Program, DecodesItemByItem) {
+    write("scene",
+          "fg gradients,0.5,2;\nlightAdd adaptive,(0,10,0),(1,1,1),(0,-1,0),sky,0.5,16,2;\n"
+          "lightAdd line,{(0,0,0),(1,2,3)},(0,1,0),(1,1,1);");
+    expectShown(zant("decode scene"), 0,
+                {"line 1: fg gradients,0.5,2;", "fg2_gradients", "gradients (number 6)", "(0, 10, 0)", "sky", "2 items",
+                 "1 item\n"});
 }
 
-TEST(Program, ReportsWithoutPaths) {
+TEST_F(Program, ReportsWithoutPaths) {
     const Outcome result = zant("report " + examples + "room.zant");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_NE(result.output.find("the engine loads"), std::string::npos) << result.output;
-    EXPECT_NE(result.output.find("-- the last 20 of "), std::string::npos) << result.output;
-    EXPECT_NE(result.output.find("showInfo symbols;"), std::string::npos) << result.output;
-    EXPECT_EQ(result.output.find(ZANT_SOURCE_DIR), std::string::npos) << result.output;
+    expectShown(result, 0, {"the engine loads", "-- the last 20 of ", "showInfo symbols;"});
+    EXPECT_EQ(result.output.find(ZANT_SOURCE_DIR), std::string::npos) << result;
 }
 
 }  // namespace

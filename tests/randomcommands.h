@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <initializer_list>
 #include <random>
 #include <string>
 
@@ -13,8 +12,51 @@
 
 namespace Zant::Language {
 
+/// Makes a command of a form. Here each list has one item, and each value is the simplest that there is.
+class SampleCommands {
+public:
+    virtual ~SampleCommands() = default;
+
+    void make(const Form& form, Command& command) {
+        command.clear();
+        command.form = &form;
+        for (size_t place = 0; place < form.tokenCount; ++place) {
+            const ArgumentKind kind = form.tokens[place].kind;
+            command.beginValue(kind, 0);
+            for (unsigned items = isListPlace(kind) ? listLength() : 1; items > 0; --items)
+                addItem(kind, place, command);
+        }
+    }
+
+protected:
+    virtual unsigned listLength() { return 1; }
+    virtual double numberFor(ArgumentKind) { return 1; }
+    virtual Vector vector() { return Vector(1, 1, 1); }
+    virtual Axes axes() { return {}; }
+    /// A text, or the name of a symbol.
+    virtual std::string textFor(ArgumentKind, size_t /*place*/) { return "x"; }
+
+private:
+    void addItem(ArgumentKind kind, size_t place, Command& command) {
+        switch (valueKindOf(kind)) {
+            case ValueKind::Keyword:
+                return;
+            case ValueKind::Number:
+                return command.addNumber(numberFor(kind));
+            case ValueKind::Vector:
+                return command.addVector(vector());
+            case ValueKind::Axes:
+                return command.addAxes(axes());
+            case ValueKind::CoordSys:
+                return command.addCoordSys(CoordSys(Vector(numberFor(kind), numberFor(kind), numberFor(kind)), axes()));
+            default:
+                return command.addText(textFor(kind, place));
+        }
+    }
+};
+
 /// Commands of a form with arguments by chance, the same ones for the same seed.
-class RandomCommands {
+class RandomCommands : public SampleCommands {
 public:
     explicit RandomCommands(unsigned seed) : engine(seed) {}
 
@@ -42,42 +84,10 @@ public:
         return number;
     }
 
-    void make(const Form& form, Command& command) {
-        command.clear();
-        command.form = &form;
-        for (uint16_t place = 0; place < form.tokenCount; ++place) {
-            const ArgumentKind kind = form.tokens[place].kind;
-            command.beginValue(kind, 0);
-            unsigned items = isListPlace(kind) ? below(4) : 1;
-            if (kind == ArgumentKind::Keyword) items = 0;
-            while (items-- > 0)
-                addItem(kind, command);
-        }
-    }
-
 private:
-    void addItem(ArgumentKind kind, Command& command) {
-        switch (valueKindOf(kind)) {
-            case ValueKind::Keyword:
-                break;
-            case ValueKind::Number:
-                return command.addNumber(numberFor(kind));
-            case ValueKind::String:
-                return command.addText(text({"", "a", "say \"so\"", "two\nlines; {1,2}", "eight888", "\""}));
-            case ValueKind::Vector:
-                return command.addVector(vector());
-            case ValueKind::Axes:
-                return command.addAxes(axes());
-            case ValueKind::CoordSys: {
-                CoordSys coordSys(Vector(number(), number(), number()), axes());
-                return command.addCoordSys(coordSys);
-            }
-            case ValueKind::Symbol:
-                return command.addText(text({"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>", "7", "-.5e1"}));
-        }
-    }
+    unsigned listLength() override { return below(4); }
 
-    double numberFor(ArgumentKind kind) {
+    double numberFor(ArgumentKind kind) override {
         switch (kind) {
             case ArgumentKind::Int:
                 return static_cast<int32_t>(engine());
@@ -90,11 +100,13 @@ private:
         }
     }
 
-    std::string text(std::initializer_list<const char*> choices) {
-        return choices.begin()[below(static_cast<unsigned>(choices.size()))];
+    std::string textFor(ArgumentKind kind, size_t) override {
+        static const char* const texts[] = {"", "a", "say \"so\"", "two\nlines; {1,2}", "eight888", "\""};
+        static const char* const names[] = {"sky", "has space", "a,b", "quote\"d", "x", "[46]", "<>", "7", "-.5e1"};
+        return valueKindOf(kind) == ValueKind::String ? texts[below(6)] : names[below(9)];
     }
 
-    Vector vector() {
+    Vector vector() override {
         Vector result(number(), number(), number(), number());
         result.count = static_cast<int>(1 + below(4));
         return result;
@@ -103,7 +115,7 @@ private:
     // Of some angles there are no degrees.
     double angle() { return below(2) == 0 ? number() / 1000 : radiansOf(below(360000) / 1000.0); }
 
-    Axes axes() {
+    Axes axes() override {
         switch (below(4)) {
             case 0:
                 return {};

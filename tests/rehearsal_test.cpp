@@ -1,12 +1,6 @@
 // zant rehearse, on good plug-ins and on plug-ins with a mistake each, and what it leaves behind: nothing.
 
-#include <gtest/gtest.h>
-
 #include <csignal>
-#include <filesystem>
-#include <iterator>
-#include <string>
-#include <vector>
 
 #include "zantprogram.h"
 
@@ -14,22 +8,20 @@ namespace {
 
 namespace fs = std::filesystem;
 using Zant::Testkit::ScopedVariable;
-using Zant::Testkit::TemporaryFolder;
 using namespace ZantProgram;
 
 const std::string plugins = ZANT_TEST_PLUGINS;
 
 /// Each test has a folder for temporary files of its own, which must be empty at its end.
-class Rehearsal : public testing::Test {
+class Rehearsal : public ZantProgram::Test {
 protected:
     ~Rehearsal() override { EXPECT_EQ(filesLeft(), 0); }
 
-    std::ptrdiff_t filesLeft() const { return std::distance(fs::directory_iterator(folder.name()), {}); }
+    std::ptrdiff_t filesLeft() const { return std::distance(fs::directory_iterator(folder), {}); }
 
-    static Outcome rehearse(const std::string& plugin) { return zant("rehearse " + plugins + plugin); }
+    Outcome rehearse(const std::string& plugin) const { return zant("rehearse " + plugins + plugin); }
 
-    const TemporaryFolder folder;
-    const ScopedVariable temporary{"TMPDIR", folder.name()};
+    const ScopedVariable folderForFiles{"TMPDIR", folder};
     const ScopedVariable locales{"LOCPATH", plugins + "locales"};
 };
 
@@ -38,11 +30,9 @@ constexpr size_t allRehearsals = 13;  // the look at the hooks included
 TEST_F(Rehearsal, FindsNothingOnAGoodPlugin) {
     for (const char* plugin : {"plugin_one.so", "plugin_two.so"}) {
         const Outcome result = rehearse(plugin);
-        EXPECT_EQ(result.code, 0) << result.output;
-        EXPECT_NE(result.output.find("nothing found"), std::string::npos) << result.output;
-        EXPECT_EQ(countOf("  found\n", result.output), 3u) << result.output;
-        EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals)
-            << result.output;
+        expectShown(result, 0, {"nothing found"});
+        EXPECT_EQ(countOf("  found\n", result.output), 3u) << result;
+        EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals) << result;
     }
 }
 
@@ -65,9 +55,8 @@ TEST_F(Rehearsal, FindsPlantedMistakes) {
     for (const auto& row : rows) {
         const ScopedVariable mistake("ZANT_TEST_MISTAKE", row.mistake), fault("ZANT_LOOPBACK_FAULT", row.fault);
         const Outcome result = rehearse("plugin_mistaken.so --time-limit " + std::string(row.limit));
-        EXPECT_EQ(result.code, 1) << row.mistake;
-        EXPECT_GE(countOf(row.seen, result.output), row.times) << row.mistake << "\n" << result.output;
-        EXPECT_NE(result.output.find("see above"), std::string::npos) << result.output;
+        expectShown(result, 1, {"see above"});
+        EXPECT_GE(countOf(row.seen, result.output), row.times) << row.mistake << result;
     }
 }
 
@@ -75,7 +64,7 @@ TEST_F(Rehearsal, WantsTheHooksThatItIsTold) {
     const struct {
         std::string arguments;
         int code;
-        std::vector<const char*> shown;
+        std::vector<std::string> shown;
     } rows[] = {
         {"plugin_one.so --work zantPluginStop", 0, {"nothing found"}},
         {"plugin_one.so --work zantPluginWorks", 1, {"zantPluginStart", " found\n", "zantPluginWorks", "MISSING"}},
@@ -85,19 +74,15 @@ TEST_F(Rehearsal, WantsTheHooksThatItIsTold) {
     };
     for (const auto& row : rows) {
         const Outcome result = rehearse(row.arguments);
-        EXPECT_EQ(result.code, row.code) << row.arguments << "\n" << result.output;
-        for (const char* shown : row.shown)
-            EXPECT_NE(result.output.find(shown), std::string::npos) << shown << "\n" << result.output;
-        EXPECT_EQ(countOf("open and close", result.output), row.code == 0 ? 1u : 0u) << result.output;
+        expectShown(result, row.code, row.shown);
+        EXPECT_EQ(countOf("open and close", result.output), row.code == 0 ? 1u : 0u) << result;
     }
 }
 
 TEST_F(Rehearsal, FindsPluginsThatUseEachOthersCode) {
     const Outcome result = rehearse("plugin_exporting.so");
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(countOf("build it with -fvisibility=hidden", result.output), 1u) << result.output;
-    EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals - 1)
-        << result.output;
+    expectShown(result, 1, {"build it with -fvisibility=hidden"});
+    EXPECT_EQ(countOf(" ended\n", result.output) + countOf("left out", result.output), allRehearsals - 1) << result;
 }
 
 TEST_F(Rehearsal, TidiesUpWhenItIsStopped) {
@@ -106,7 +91,7 @@ TEST_F(Rehearsal, TidiesUpWhenItIsStopped) {
         Running program(lineOf("rehearse --time-limit 600 " + plugins + "plugin_mistaken.so"));
         EXPECT_TRUE(program.waitFor("it hangs"));
         ASSERT_EQ(filesLeft(), 1);
-        const fs::directory_entry own = *fs::directory_iterator(folder.name());
+        const fs::directory_entry own = *fs::directory_iterator(folder);
         EXPECT_TRUE(own.is_directory() && !own.is_symlink());
         EXPECT_EQ(own.status().permissions(), fs::perms::owner_all);
         EXPECT_EQ(program.end(signal).code, -signal);

@@ -1,15 +1,19 @@
 #ifndef ZANT_TESTS_ZANTPROGRAM_H
 #define ZANT_TESTS_ZANTPROGRAM_H
 
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <string>
+#include <vector>
 
 #include "testkit/environment.h"
 
@@ -17,14 +21,19 @@
 namespace ZantProgram {
 
 struct Outcome {
+    std::string line;    ///< of the shell
     int code;            ///< -signal when it died by one
     std::string output;  ///< both streams
 };
 
+inline std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
+    return stream << outcome.line.substr(0, 300) << "\n" << outcome.output.substr(0, 5000);
+}
+
 /// A line of the shell while it runs.
 class Running {
 public:
-    explicit Running(const std::string& line) {
+    explicit Running(std::string lineToRun) : line(std::move(lineToRun)) {
         int ends[2];
         if (pipe(ends) != 0) return;
         child = fork();
@@ -61,7 +70,7 @@ public:
         int status = 0;
         waitpid(child, &status, 0);
         child = -1;
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), output};
+        return {line, WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), output};
     }
 
 private:
@@ -74,6 +83,7 @@ private:
         return count > 0;
     }
 
+    std::string line;
     pid_t child = -1;
     int from = -1;
     std::string output;
@@ -89,23 +99,9 @@ inline std::string lineOf(const std::string& arguments) {
     return "exec " ZANT_PROGRAM " " + arguments;
 }
 
-inline Outcome zant(const std::string& arguments) {
-    return run(lineOf(arguments));
-}
-
-/// A name in a folder of this test program's own, which goes with it.
-inline std::string temporary(const std::string& name) {
-    static const Zant::Testkit::TemporaryFolder folder;
-    return folder.name() + "/" + name;
-}
-
 inline std::string contentOf(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-inline void write(const std::string& name, const std::string& content) {
-    std::ofstream(name, std::ios::binary) << content;
 }
 
 inline size_t countOf(const std::string& what, const std::string& text) {
@@ -114,6 +110,32 @@ inline size_t countOf(const std::string& what, const std::string& text) {
         ++count;
     return count;
 }
+
+/// Expects an exit code, and each of the texts in what was printed.
+inline void expectShown(const Outcome& outcome, int code, const std::vector<std::string>& shown) {
+    EXPECT_EQ(outcome.code, code) << outcome;
+    for (const std::string& text : shown)
+        EXPECT_NE(outcome.output.find(text), std::string::npos) << text << "\n" << outcome;
+}
+
+/// A test with a folder of its own, in which the program runs.
+class Test : public testing::Test {
+protected:
+    /// Runs a line of the shell, which finds the program.
+    Outcome shell(const std::string& line) const {
+        const std::string programs = std::filesystem::path(ZANT_PROGRAM).parent_path().string();
+        return run("cd '" + folder + "'; PATH=" + programs + ":$PATH; " + line);
+    }
+    Outcome zant(const std::string& arguments) const { return shell("exec zant " + arguments); }
+
+    void write(const std::string& name, const std::string& content) const {
+        std::ofstream(folder + "/" + name, std::ios::binary) << content;
+    }
+    std::string content(const std::string& name) const { return contentOf(folder + "/" + name); }
+
+    const Zant::Testkit::TemporaryFolder temporary;
+    const std::string& folder = temporary.name();
+};
 
 }  // namespace ZantProgram
 
