@@ -137,22 +137,11 @@ TEST(LoopbackEvents, SentBackAnswerWithALineOfInput) {
     EXPECT_EQ(event.value, 0);
 }
 
-// A listener may use the instance from within an event.
-class EchoingListener : public TextCollector {
-public:
-    void textLine(void* stream, const char* text) override {
-        TextCollector::textLine(stream, text);
-        if (std::string(text) == "outer") instance->parse("echo \"inner\";", nullptr, ParseText);
-    }
-    Instance* instance = nullptr;
-};
-
 TEST(LoopbackEvents, MayCallTheEngine) {
-    EchoingListener text;
-    Library library(ZANT_LOOPBACK_DIR);
-    text.instance = library.createInstanceWithListner(&text);
-    EXPECT_EQ(text.instance->parse("echo \"outer\"; echo \"last\";", nullptr, ParseText), 0);
-    EXPECT_EQ(text.take(), "outerinner\n\nlast\n");
+    Host host;
+    host.text.atText = [&] { host.parse("echo \"inner\";"); };
+    EXPECT_EQ(host.parse("echo \"outer\"; echo \"last\";"), 0);
+    EXPECT_EQ(host.text.take(), "inner\nouter\nlast\n");
 }
 
 void collect(ZantEventData* event) {
@@ -268,15 +257,6 @@ TEST(LoopbackHosts, MayBeMoreThanHaveAPlaceOfTheirOwn) {
         many.push_back(std::make_unique<Host>());
     for (const auto& host : many)
         EXPECT_EQ(host->parse("var x,1;"), 0);
-}
-
-TEST(LoopbackHosts, MayExitWithoutUnloading) {
-    const auto leave = [] {
-        getLibrary(ZANT_LOOPBACK_DIR)->loadExplicitly(nullptr);
-        getLibrary(nullptr)->createInstance()->parse("echo \"bye\";", nullptr, ParseText);
-        std::exit(0);
-    };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

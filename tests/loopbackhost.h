@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <initializer_list>
 #include <list>
 #include <mutex>
@@ -66,6 +67,7 @@ public:
     }
     void destroyTextStream(void*) override { ++closed; }
     void textLine(void*, const char* text) override {
+        if (const auto action = taken(atText)) action();
         const std::lock_guard lock(mutex_);
         text_ += text;
     }
@@ -75,15 +77,19 @@ public:
     }
 
     /// What has arrived since the last call.
-    std::string take() {
-        const std::lock_guard lock(mutex_);
-        return std::exchange(text_, {});
-    }
+    std::string take() { return taken(text_); }
 
     std::atomic<int> opened{0};
     std::atomic<int> closed{0};
+    std::function<void()> atText;  ///< called within the next line of text, once
 
 private:
+    template <class Thing>
+    Thing taken(Thing& from) {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(from, {});
+    }
+
     std::mutex mutex_;
     std::string text_;
 };

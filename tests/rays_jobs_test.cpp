@@ -76,42 +76,21 @@ TEST_F(EngineJobs, RunEveryItemOnceOnEngineThreads) {
     EXPECT_EQ(probe().take(), Calls({"createJob", "runJob 3 5 7 on 4", "runJob 3 5 7 on 2", "destroyJob"}));
 }
 
-TEST_F(EngineJobs, GoToTheEngineWithTheirZeros) {
-    Noted split(library.vtables.mt);
+TEST_F(EngineJobs, GoToTheEngineWithTheirZerosAndStayHereWithoutAJob) {
     const size_t counts[3] = {0, 2, 0};
-    split.start(counts, 2);
-    EXPECT_TRUE(split.items.empty());
-    EXPECT_EQ(probe().take(), Calls({"createJob", "runJob 0 2 0 on 2"}));
-    split.start(counts, 1);
-    EXPECT_EQ(split.items.size(), 2u);
-}
-
-TEST_F(EngineJobs, StayHereWhenTheEngineGivesNoJob) {
-    probe().giveJobs = false;
-    {
-        Noted split(library.vtables.mt);
-        const size_t counts[3] = {1, 1, 3};
-        split.start(counts, 4);
-        EXPECT_EQ(split.items.size(), 3u);
-    }
-    EXPECT_EQ(probe().take(), Calls({"createJob"}));
-}
-
-TEST_F(EngineJobs, ItemsShareStateUnderAnEngineMutex) {
-    struct Sum : MTJobSplit {
-        using MTJobSplit::MTJobSplit;
-        void run(const size_t* index, int) override {
-            const MutexLocker locker(mutex);
-            sum += index[0];
+    const std::pair<size_t, Calls> expected[] = {{2, {"createJob"}},
+                                                 {0, {"createJob", "runJob 0 2 0 on 2", "destroyJob"}}};
+    for (const bool giveJobs : {false, true}) {
+        probe().giveJobs = giveJobs;
+        {
+            Noted split(library.vtables.mt);
+            split.start(counts, 2);
+            EXPECT_EQ(split.items.size(), expected[giveJobs].first);
+            if (giveJobs) split.start(counts, 1);
+            EXPECT_EQ(split.items.size(), 2u) << "one thread: here";
         }
-        Mutex mutex;
-        size_t sum = 0;
-    };
-    Sum split(library.vtables.mt);
-    split.mutex.init(library.vtables.mt);
-    const size_t counts[3] = {1000, 1, 1};
-    split.start(counts, 4);
-    EXPECT_EQ(split.sum, 499500u);
+        EXPECT_EQ(probe().take(), expected[giveJobs].second);
+    }
 }
 
 TEST_F(EngineJobs, MutexesLockThroughTheEngine) {
@@ -172,38 +151,32 @@ protected:
     std::unique_ptr<RaytraceAccess> access;
 };
 
-TEST_F(Rays, AskForNoBlockWhenThereIsNone) {
-    EXPECT_TRUE(alloc());
-    EXPECT_EQ(probe().take(), Calls({"setupBuffers 7 8 9"}));
-    EXPECT_NE(access->input.blocks, nullptr);
-    EXPECT_NE(access->output.blocks, nullptr);
-}
-
-TEST_F(Rays, AskForInputAndOutputBlocksInTurn) {
-    describe({2, 1, 3}, {2, 1, 3});
-    ASSERT_TRUE(alloc());
-    Calls expected = {"setupBuffers 7 8 9"};
-    for (size_t i = 0; i < 6; ++i) {
-        expected.push_back("getBlock " + std::to_string(i) + " 0");
-        expected.push_back("getBlock " + std::to_string(i) + " 1");
-        EXPECT_EQ(access->input.blocks[i], block(i, 0));
-        EXPECT_EQ(access->output.blocks[i], block(i, 1));
+TEST_F(Rays, AskForInputAndOutputBlocksInTurnUpToTheirOwnSize) {
+    const struct {
+        Triple inputs, outputs;
+        Calls blocks;
+    } rows[] = {
+        {{}, {}, {}},
+        {{1, 2, 1}, {1, 1, 2}, {"0 0", "0 1", "1 0", "1 1"}},
+        {{3, 1, 1}, {1, 2, 1}, {"0 0", "0 1", "1 0", "1 1", "2 0"}},
+        {{1, 1, 1}, {1, 1, 2}, {"0 0", "0 1"}},  // no block is asked for after the last input
+    };
+    for (const auto& row : rows) {
+        describe(row.inputs, row.outputs);
+        ASSERT_TRUE(alloc());
+        Calls expected = {"setupBuffers 7 8 9"};
+        for (const std::string& asked : row.blocks)
+            expected.push_back("getBlock " + asked);
+        EXPECT_EQ(probe().take(), expected);
+        ASSERT_TRUE(access->input.blocks && access->output.blocks);
+        for (size_t i = 0; i < access->input.blockCount(); ++i)
+            EXPECT_EQ(access->input.blocks[i], block(i, 0));
+        for (size_t i = 0; i < access->output.blockCount(); ++i)
+            EXPECT_EQ(access->output.blocks[i], i < access->input.blockCount() ? block(i, 1) : nullptr);
     }
-    EXPECT_EQ(probe().take(), expected);
     EXPECT_EQ(access->input.engineBefore[23], 0xEE);
     EXPECT_EQ(access->input.engineAfter[0], 0xEE);
-    EXPECT_EQ(access->output.counts[2], 3u);
-}
-
-TEST_F(Rays, FillEachTableOnlyUpToItsOwnSize) {
-    describe({3, 1, 1}, {1, 2, 1});
-    ASSERT_TRUE(alloc());
-    EXPECT_EQ(probe().take(), Calls({"setupBuffers 7 8 9", "getBlock 0 0", "getBlock 0 1", "getBlock 1 0",
-                                     "getBlock 1 1", "getBlock 2 0"}));
-    describe({1, 1, 1}, {1, 1, 2});
-    ASSERT_TRUE(alloc());
-    EXPECT_EQ(access->output.blocks[0], block(0, 1));
-    EXPECT_EQ(access->output.blocks[1], nullptr);
+    EXPECT_EQ(access->output.counts[2], 2u);
 }
 
 TEST_F(Rays, KeepTheirTablesWhenTheEngineRefuses) {

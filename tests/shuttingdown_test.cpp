@@ -37,17 +37,8 @@ struct Counter final : MTJobSplit {
     std::atomic<int> items{0};
 };
 
-/// Runs an action at the next line of text.
-struct AtText final : TextCollector {
-    void textLine(void* stream, const char* text) override {
-        if (const auto action = std::exchange(atText, nullptr)) action();
-        TextCollector::textLine(stream, text);
-    }
-    std::function<void()> atText;
-};
-
 /// The page's order, with every kind of thing that a plug-in may hold.
-void liveAndShutDown(Library& library, AtText& listener) {
+void liveAndShutDown(Library& library, TextCollector& listener) {
     ASSERT_TRUE(library.loadExplicitly(nullptr)) << library.getLoadError();
     library.setupInstanceMutex();
     Instance* const first = library.createInstanceWithListner(&listener);
@@ -91,7 +82,7 @@ TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
         std::unique_ptr<const Environment> watch;
         if (watched) watch.reset(new Environment{{"ZANT_LOOPBACK_WATCH", complaints.name()}});
         Library library(ZANT_LOOPBACK_DIR);
-        auto listener = std::make_unique<AtText>();
+        auto listener = std::make_unique<TextCollector>();
         for (int round = 0; round < 2; ++round)
             liveAndShutDown(library, *listener);
     }
@@ -101,79 +92,71 @@ TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
 // ---- What the pages warn of -----------------------------------------------------------------------------------------
 // Each action runs in a process of its own, forked before it has loaded anything.
 
-/// The loaded engine, and an instance with a listener.
+/// An engine that stays.
 struct Loaded : Host {
-    explicit Loaded(bool forGood = true) {
-        listener.atText = nullptr;
-        instance->library->releaseInstance(instance);
-        if (forGood) library.loadExplicitly(nullptr);
-        instance = library.createInstanceWithListner(&listener);
-    }
-    ~Loaded() { library.release(); }  // before the listener goes
-    void atText(std::function<void()> action) {
-        listener.atText = std::move(action);
-        parse("echo \"a line\";");
-    }
-    AtText listener;
+    Loaded() { library.loadExplicitly(nullptr); }
 };
 
 #ifndef ZANT_TEST_TSAN  // it reports what these processes die of in its own way
 
-TEST(ShuttingDownDeathTest, WhatTalksToTheEngineEndsBeforeIt) {
-    const auto unloadUnder = [](auto make) {
-        Loaded host;
-        const auto held = make(host);
-        host.library.unloadExplicitly();
-    };
-    EXPECT_DEATH(unloadUnder([](Loaded& host) { return std::make_unique<Counter>(host.library.vtables.mt); }), "");
-    EXPECT_DEATH(unloadUnder([](Loaded& host) {
-                     auto mutex = std::make_unique<Mutex>();
-                     mutex->init(host.library.vtables.mt);
-                     return mutex;
-                 }),
-                 "");
+/// Lets the listener do it from within an event.
+void inAnEvent(Host& host, std::function<void()> action) {
+    host.text.atText = std::move(action);
+    host.parse("echo \"a line\";");
 }
 
-TEST(ShuttingDownDeathTest, NoEventUnloadsTheEngine) {
-    EXPECT_DEATH(
-        {
-            Loaded host;
-            host.atText([&] { host.library.unloadExplicitly(); });
-        },
-        "");
-    EXPECT_DEATH(
-        {
-            Loaded host(false);
-            host.atText([&] { host.library.releaseInstance(host.instance); });
-        },
-        "")
-        << "the last instance takes the engine along";
-}
-
-TEST(ShuttingDownDeathTest, NoExitDuringAJob) {
+void exitDuringAJob() {
     struct Slow final : MTJobSplit {
         using MTJobSplit::MTJobSplit;
         void run(const size_t*, int) override { usleep(1000); }
     };
-    EXPECT_DEATH(
-        {
-            std::atexit([] { usleep(500000); });  // runs after the library of the process has ended
-            Library& library = *getLibrary(ZANT_LOOPBACK_DIR);
-            library.createInstance();
-            auto* job = new Slow(library.vtables.mt);
-            std::thread([job] {
-                const size_t many[3] = {1000, 1, 1};
-                job->start(many, 2);
-            }).detach();
-            usleep(50000);
-            std::exit(0);
-        },
-        "")
-        << "the engine's file is closed under its threads";
+    std::atexit([] { usleep(500000); });  // runs after the library of the process has ended
+    Library& library = *getLibrary(ZANT_LOOPBACK_DIR);
+    library.createInstance();
+    auto* job = new Slow(library.vtables.mt);
+    std::thread([job] {
+        const size_t many[3] = {1000, 1, 1};
+        job->start(many, 2);
+    }).detach();
+    usleep(50000);
+    std::exit(0);
 }
 
-/// @return the signal that ended a forked child that did the work, SIGALRM after so many seconds; 0 when it came to its
-/// end
+TEST(ShuttingDownDeathTest, InAnotherOrderCrashes) {
+    const struct {
+        const char* warning;
+        void (*breach)();
+    } rows[] = {
+        {"a job split ends before the engine",
+         [] {
+             Loaded host;
+             const Counter held(host.library.vtables.mt);
+             host.library.unloadExplicitly();
+         }},
+        {"a mutex ends before the engine",
+         [] {
+             Loaded host;
+             Mutex held;
+             held.init(host.library.vtables.mt);
+             host.library.unloadExplicitly();
+         }},
+        {"no event unloads the engine",
+         [] {
+             Loaded host;
+             inAnEvent(host, [&] { host.library.unloadExplicitly(); });
+         }},
+        {"no event releases the last instance, which takes the engine along",
+         [] {
+             Host host;
+             inAnEvent(host, [&] { host.library.releaseInstance(host.instance); });
+         }},
+        {"no exit during a job: the engine's file is closed under its threads", exitDuringAJob},
+    };
+    for (const auto& row : rows)
+        EXPECT_DEATH(row.breach(), "") << row.warning;
+}
+
+/// @return the signal that ended a forked child that did the work, SIGALRM after so many seconds; 0 for a good end
 int signalOfChild(unsigned seconds, const std::function<void()>& work) {
     const pid_t child = fork();
     if (child == 0) {
@@ -217,9 +200,9 @@ TEST(Listeners, ThatAreLinkedKnowTheLastInstanceOnly) {
 
 TEST(Listeners, LetNoExceptionOut) {
     Loaded host;
-    host.listener.atText = [] { throw std::runtime_error("lost in the engine"); };
+    host.text.atText = [] { throw std::runtime_error("lost in the engine"); };
     EXPECT_EQ(host.parse("echo \"one\"; echo \"two\";"), 0) << "this engine catches it, and nobody hears of it";
-    EXPECT_EQ(host.listener.take(), "\ntwo\n");
+    EXPECT_EQ(host.text.take(), "\ntwo\n");
 }
 
 TEST(Jobs, StartedFromTheirOwnItemsShareThreadNumbers) {
