@@ -23,6 +23,7 @@ extern "C" __attribute__((weak)) void __lsan_disable();
 namespace {
 
 namespace fs = std::filesystem;
+using Zant::Testkit::TemporaryFolder;
 using Zant::Tests::Environment;
 using Zant::Tests::TemporaryFile;
 
@@ -31,13 +32,10 @@ const std::string engineFolder = ZANT_LOOPBACK_DIR;
 
 // ---- inside of a host -----------------------------------------------------------------------------------------------
 
-[[noreturn]] void fail(const std::string& text) {
+void demand(bool condition, const std::string& text) {
+    if (condition) return;
     std::fprintf(stderr, "in the host: %s\n", text.c_str());
     std::_Exit(1);
-}
-
-void demand(bool condition, const std::string& text) {
-    if (!condition) fail(text);
 }
 
 /// For hosts whose end leaves memory behind that is not the client's: plug-ins that are never told to stop, and the
@@ -51,7 +49,7 @@ class Module {
 public:
     Module(const std::string& moduleFile, int scope)
         : file(moduleFile), handle(dlopen(file.c_str(), RTLD_NOW | scope)) {
-        if (!handle) fail(dlerror());
+        demand(handle, handle ? "" : dlerror());
     }
 
     template <class Function>
@@ -139,18 +137,6 @@ void expectHost(const char* name, const std::string& commands, const std::functi
     EXPECT_EQ(seen.complaints, "") << name;
 }
 
-/// A folder of its own with letters beyond ASCII and spaces in its name.
-class Folder {
-public:
-    Folder() : name(fs::path(testing::TempDir()) / fs::u8path("zänt host " + std::to_string(getpid()) + " 画")) {
-        fs::create_directory(name);
-    }
-    ~Folder() { fs::remove_all(name); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    const fs::path name;
-};
-
 TEST(Hosts, CopiesOfTheClientGoOnWhenOthersLeave) {
     for (const int scope : {RTLD_LOCAL, RTLD_GLOBAL})
         expectHost("scope", one + two + shared + two + shared + two + one + two, [scope] {
@@ -190,16 +176,18 @@ TEST(Hosts, LeaveInEveryOrderAtTheEndOfTheProcess) {
 }
 
 TEST(Hosts, WorkAnywhereWithAnyFolderName) {
-    const Folder folder;
-    fs::create_directory_symlink(engineFolder, folder.name / fs::u8path("moteur é"));
-    const std::string engine = (folder.name / fs::u8path("moteur é") / "").string();
+    const TemporaryFolder temporary;
+    const fs::path folder = temporary.name() + "/zänt host 画";
+    fs::create_directory(folder);
+    fs::create_directory_symlink(engineFolder, folder / "moteur é");
+    const std::string engine = (folder / "moteur é" / "").string();
     expectHost("a folder with spaces and letters", one, [&] {
         fs::current_path("/");
         const Plugin plugin("plugin_one");
         plugin.start(engine), plugin.work(), plugin.stop();
     });
     expectHost("a relative folder, left afterwards", one + one, [&] {
-        fs::current_path(folder.name);
+        fs::current_path(folder);
         const Plugin plugin("plugin_one");
         plugin.start("./moteur é/"), plugin.work();
         fs::current_path("/");

@@ -61,7 +61,7 @@ TEST(LoopbackCommands, OfEveryFormAreTakenInEveryEncodingAndDeclareTheirObjects)
         if (needsCare(form)) continue;
         samples.make(form, command);
         for (CommandBuffer* const buffer : std::initializer_list<CommandBuffer*>{&plain, &quick, &binary}) {
-            ASSERT_EQ(host.parse(setting.c_str()), 0);
+            ASSERT_EQ(host.parse(setting), 0);
             replay.send(command, *buffer);
             EXPECT_EQ(buffer->errorCode, 0) << form.function << host.text.take();
             buffer->error(0);
@@ -80,6 +80,10 @@ TEST(LoopbackCommands, OfEveryFormAreTakenInEveryEncodingAndDeclareTheirObjects)
     EXPECT_TRUE(transcript.content() == told);
 }
 
+std::string include(const std::string& file) {
+    return "include \"" + file + "\";";
+}
+
 // ---- the transcript, and files that are included -------------------------------------------------------------------
 
 TEST(LoopbackCommands, InATranscriptRunAgainAndGiveItAgain) {
@@ -89,7 +93,7 @@ TEST(LoopbackCommands, InATranscriptRunAgainAndGiveItAgain) {
     {
         const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", first.name()}};
         Host host;
-        host.parse(("include \"" + file.name() + "\"; parse \"var b;\";[46],[6],0.5,2;delete a;delete a;").c_str());
+        host.parse(include(file.name()) + "parse \"var b;\";[46],[6],0.5,2;delete a;delete a;");
         CommandBinaryBuffer buffer(host.instance);
         DoubleSymbol number(buffer, "has space");
         number.registerSymbol();
@@ -100,7 +104,7 @@ TEST(LoopbackCommands, InATranscriptRunAgainAndGiveItAgain) {
     {
         const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", second.name()}};
         Host host;
-        EXPECT_EQ(host.parse(("include \"" + first.name() + "\";").c_str()), 0) << host.text.take();
+        EXPECT_EQ(host.parse(include(first.name())), 0) << host.text.take();
     }
     EXPECT_EQ(second.content(), first.content());
 }
@@ -157,28 +161,26 @@ std::string doubled(const std::string& text) {
 
 TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     Host host;
-    const TemporaryFile inner("echo \"inner\";");
-    const TemporaryFile self("x");
-    const std::string name = inner.name().substr(inner.name().rfind('/') + 1);
-    const TemporaryFile outer("include \"" + name + "\"; include \"" + name + "\";");
-    std::ofstream(name) << "echo \"of the working directory\";";
-    EXPECT_EQ(host.parse(("include \"" + outer.name() + "\";").c_str()), 0);
+    const TemporaryFile inner("echo \"inner\";"), self, pipe;
+    const std::string outer = inner.name() + " and one beside it";
+    std::ofstream(outer) << include("file") << include("file");
+    std::ofstream("file") << "echo \"of the working directory\";";
+    EXPECT_EQ(host.parse(include(outer)), 0);
     EXPECT_EQ(host.text.take(), "inner\ninner\n");
-    std::remove(name.c_str());
-    std::ofstream(self.name()) << "include \"" << self.name() << "\"; echo \"once\";";
-    EXPECT_EQ(host.parse(("include \"" + self.name() + "\";").c_str()), 6);
+    std::remove("file");
+    std::ofstream(self.name()) << include(self.name()) << "echo \"once\";";
+    EXPECT_EQ(host.parse(include(self.name())), 6);
     EXPECT_NE(host.text.take().find("includes itself\nonce\n"), std::string::npos);
-    EXPECT_EQ(host.parse(("include \"" + inner.name() + "\";").c_str(), inner.name().c_str()), 0) << "only its name";
-    const TemporaryFile pipe;
+    EXPECT_EQ(host.parse(include(inner.name()), inner.name().c_str()), 0) << "only its name";
     ASSERT_EQ(mkfifo(pipe.name().c_str(), 0600), 0);
-    for (const std::string& odd : {std::string(), std::string("/"), std::string("/dev/zero"), pipe.name(),
-                                   std::string("/proc/self/mem")}) {  // where reading fails
-        EXPECT_EQ(host.parse(("include \"" + odd + "\";").c_str()), 5) << odd;
+    for (const std::string odd :
+         {"", "/", "/dev/zero", pipe.name().c_str(), "/proc/self/mem"}) {  // where reading fails
+        EXPECT_EQ(host.parse(include(odd)), 5) << odd;
         EXPECT_NE(host.text.take().find("cannot read the file"), std::string::npos) << odd;
     }
     std::string nested = "echo";
     for (int depth = 0; depth <= 17; ++depth) {
-        EXPECT_EQ(host.parse(nested.c_str()), depth <= 16 ? 0 : 6) << depth;
+        EXPECT_EQ(host.parse(nested), depth <= 16 ? 0 : 6) << depth;
         nested = "parse \"" + doubled(nested + ";") + "\"";
     }
 }
@@ -190,19 +192,19 @@ TEST(LoopbackCommands, ThatIncludeTooManyFilesEnd) {
         files.push_back(std::make_unique<TemporaryFile>(command));
         command.clear();
         for (int times = 0; times < 6; ++times)
-            command += "include \"" + files.back()->name() + "\";";
+            command += include(files.back()->name());
     }
     Host host;
-    EXPECT_EQ(host.parse(command.c_str()), 6);
+    EXPECT_EQ(host.parse(command), 6);
     EXPECT_NE(host.text.take().find("more than 10000 files are included"), std::string::npos);
-    EXPECT_EQ(host.parse(("include \"" + files.front()->name() + "\";").c_str()), 0) << "the next call counts anew";
+    EXPECT_EQ(host.parse(include(files.front()->name())), 0) << "the next call counts anew";
 }
 
 TEST(LoopbackCommands, ThatIncludeTheTranscriptEnd) {
     const TemporaryFile transcript("var x,1;\n");
     const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", transcript.name()}};
     Host host;
-    EXPECT_EQ(host.parse(("var y,2; include \"" + transcript.name() + "\";").c_str()), 0);
+    EXPECT_EQ(host.parse("var y,2;" + include(transcript.name())), 0);
     EXPECT_EQ(transcript.content(), "var x,1;\nvar y,2;\nvar x,1;\nvar y,2;\n");
 }
 
@@ -221,34 +223,28 @@ std::string randomText(std::mt19937& random) {
     return text + ";";
 }
 
-TEST(LoopbackCommands, OfAnyTextDoNoHarm) {
+// A block with some words replaced; the length word and the end of the memory stay true.
+std::vector<uint64_t> randomBlock(const Form& form, RandomCommands& random) {
+    const uint64_t words[] = {0, 1, 3, 8, 46, uint64_t(-1), uint64_t(-2), uint64_t(-3), uint64_t(1) << 62, 5};
+    BinaryWriter writer;
+    Command command;
+    random.make(form, command);
+    const auto* block = static_cast<const uint64_t*>(writer.write(command));
+    std::vector<uint64_t> changed(block, block + writer.size() / 8);
+    for (size_t word = 1; word < changed.size(); ++word)
+        if (random.below(4) == 0) changed[word] = words[random.below(10)];
+    return changed;
+}
+
+TEST(LoopbackCommands, OfAnyKindDoNoHarm) {
     Host host;
     std::mt19937 random(20240501);
     for (int round = 0; round < 20000; ++round)
-        host.parse(randomText(random).c_str());
-    host.text.take();
-    EXPECT_EQ(host.parse("echo \"alive\";"), 0);
-    EXPECT_EQ(host.text.take(), "alive\n");
-}
-
-// Blocks with some words replaced; the length word and the end of the memory stay true.
-TEST(LoopbackCommands, OfAnyBlockDoNoHarm) {
-    Host host;
-    RandomCommands random(7);
-    BinaryWriter writer;
-    Command command;
-    const uint64_t words[] = {0, 1, 3, 8, 46, uint64_t(-1), uint64_t(-2), uint64_t(-3), uint64_t(1) << 62, 5};
-    for (int round = 0; round < 3; ++round) {
-        for (const Form& form : allForms()) {
-            random.make(form, command);
-            const auto* block = static_cast<const uint64_t*>(writer.write(command));
-            std::vector<uint64_t> copy(block, block + writer.size() / 8);
-            for (size_t word = 1; word < copy.size(); ++word) {
-                if (random.below(4) == 0) copy[word] = words[random.below(10)];
-            }
-            host.instance->parse(copy.data(), nullptr, ParseBinary);
-        }
-    }
+        host.parse(randomText(random));
+    RandomCommands commands(7);
+    for (int round = 0; round < 3; ++round)
+        for (const Form& form : allForms())
+            host.instance->parse(randomBlock(form, commands).data(), nullptr, ParseBinary);
     host.text.take();
     EXPECT_EQ(host.parse("echo \"alive\";"), 0);
     EXPECT_EQ(host.text.take(), "alive\n");

@@ -14,7 +14,6 @@
 namespace Zant::Tests {
 namespace {
 
-using Testkit::CommandLog;
 using Testkit::ContractWatch;
 
 TEST(LoopbackWatch, NotesCallsOnWhatIsGone) {
@@ -194,9 +193,8 @@ TEST(LoopbackSummary, CountsWhatHadNoEffect) {
 
 // ---- hosts ---------------------------------------------------------------------------------------------------------
 
-TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
+TEST(LoopbackHosts, ShareTheEngineAndNothingElse) {
     const ContractWatch watch;
-    const CommandLog log(ZANT_LOOPBACK_DIR);
     Host first;
     Mutex mutex;
     mutex.init(first.library.vtables.mt);
@@ -210,16 +208,8 @@ TEST(LoopbackHosts, ShareTheEngineAndLeaveItInAnyOrder) {
     EXPECT_EQ(first.parse("var x,2;"), 0);
     EXPECT_NE(mutex.trylock(), 0);
     mutex.unlock();
-    mutex.destroy();
-    {
-        Host third;
-        first.library.releaseInstance(first.instance);
-        EXPECT_EQ(third.parse("var x,3;"), 0) << "the older host has gone first";
-    }
     const auto seen = watch.check();
     EXPECT_TRUE(seen) << seen.message();
-    const auto sent = log.check("var x,1;\nvar x,2;\nvar x,3;");
-    EXPECT_TRUE(sent) << sent.message();
 }
 
 }  // namespace

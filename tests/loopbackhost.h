@@ -1,10 +1,7 @@
 #ifndef ZANT_TESTS_LOOPBACKHOST_H
 #define ZANT_TESTS_LOOPBACKHOST_H
 
-#include <unistd.h>
-
 #include <atomic>
-#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <initializer_list>
@@ -37,15 +34,8 @@ private:
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& content = {}) {
-        static std::atomic<int> last{0};
-        const char* directory = std::getenv("TMPDIR");
-        name_ = std::string(directory ? directory : "/tmp") + "/zant_test_" + std::to_string(getpid()) + "_" +
-                std::to_string(++last);
         if (!content.empty()) std::ofstream(name_) << content;
     }
-    ~TemporaryFile() { std::remove(name_.c_str()); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     const std::string& name() const { return name_; }
     std::string content() const {
@@ -55,7 +45,8 @@ public:
     }
 
 private:
-    std::string name_;
+    const Testkit::TemporaryFolder folder_;
+    const std::string name_ = folder_.name() + "/file";
 };
 
 /// Collects the text of an instance, and counts its streams.
@@ -101,8 +92,8 @@ public:
     Library library{ZANT_LOOPBACK_DIR};
     Instance* instance = library.createInstanceWithListner(&text);
 
-    int parse(const char* commands, const char* source = nullptr) {
-        return instance->parse(commands, source, ParseText);
+    int parse(const std::string& commands, const char* source = nullptr) {
+        return instance->parse(commands.c_str(), source, ParseText);
     }
 };
 

@@ -1,8 +1,5 @@
-#ifndef ZANT_TESTS_HOSTS_GOODPLUGIN_H
-#define ZANT_TESTS_HOSTS_GOODPLUGIN_H
-
-// A plug-in that keeps the contract. Each one that includes this says its NUMBER, which its commands carry, and whether
-// it LOADS_WITH_ITS_FIRST_INSTANCE or explicitly.
+// A plug-in that keeps the contract. Each build of it is given its NUMBER, which its commands carry, and whether it
+// LOADS_WITH_ITS_FIRST_INSTANCE or explicitly.
 
 #include "client/host.h"
 #include "client/zant.h"
@@ -46,5 +43,3 @@ extern "C" __attribute__((visibility("default"))) void zantPluginStop() {
     delete plugin;
     plugin = nullptr;
 }
-
-#endif

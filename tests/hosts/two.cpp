@@ -1,3 +1,0 @@
-#define NUMBER 2
-#define LOADS_WITH_ITS_FIRST_INSTANCE
-#include "goodplugin.h"
