@@ -322,7 +322,7 @@ TEST_F(EventTest, RecognisesTheEnginesStrings) {
     EXPECT_FALSE(linked.isEventString(100, "ab")) << "no engine";
     library.vtables.library = table;
     linked.deactivate(nullptr);
-    EXPECT_EQ(linked.instance, nullptr);
+    EXPECT_EQ(linked.instance, nullptr) << "whichever instance it was taken off";
 }
 
 class Lines : public TextListener {

@@ -104,36 +104,14 @@ TEST_F(Program, TheManualPageAndTheCompletionHaveEveryOption) {
         EXPECT_EQ(completion(words), offered) << words;
 }
 
-TEST_F(Program, SurvivesFilesOfEveryKind) {
-    write("empty", "");
-    write("zeros", std::string(5000, '\0'));
-    write("one line", "echo \"" + std::string(3000000, 'x') + "\";" + std::string(1000000, ' ') + "about;");
-    write("no text", "echo \"\xFF\xC3(\xED\xA0\x80\xF8\";\nechø;\n");
-    write("unended", "echo \"never closed;\nabout;\n");
-    write("marked",
-          "\xEF\xBB\xBF"
-          "about;\n");
-    const struct {
-        std::string file;
-        int code;           // of every command
-        const char* shown;  // by check
-    } rows[] = {
-        {"empty", 0, ""},
-        {"zeros", 1, "byte 0: no block begins here"},
-        {"one line", 0, ""},
-        {"no text", 1, ":2:1:"},
-        {"unended", 1, ":1:6:"},
-        {"marked", 0, ""},
-        {".", 1, "s a directory"},
-        {"none/\xC3\x28", 1, "No such file"},
-        {std::string(5000, 'n'), 1, "File name too long"},
-        {"", 1, "No such file"},
-    };
-    for (const auto& row : rows) {
-        expectShown(zant("check '" + row.file + "'"), row.code, {row.shown});
-        for (const char* command : {"run ", "decode ", "convert --to text ", "convert --to binary ", "report "})
-            expectShown(zant(command + ("'" + row.file + "'")), row.code, {});
-    }
+TEST_F(Program, SurvivesNamesOfEveryKind) {
+    const std::pair<std::string, const char*> rows[] = {{".", "s a directory"},
+                                                        {"none/\xC3\x28", "No such file"},
+                                                        {std::string(5000, 'n'), "File name too long"},
+                                                        {"", "No such file"}};
+    for (const auto& [name, shown] : rows)
+        for (const char* command : {"check", "run", "decode", "convert --to text", "convert --to binary", "report"})
+            expectShown(zant(command + (" '" + name + "'")), 1, {shown});
 }
 
 TEST_F(Program, RunsCommandFilesAndReadsValuesBack) {

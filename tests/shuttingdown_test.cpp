@@ -185,19 +185,6 @@ TEST(Fork, LeavesAUsedJobWithoutItsThreads) {
 
 #endif
 
-TEST(Listeners, ThatAreLinkedKnowTheLastInstanceOnly) {
-    Loaded host;
-    InstanceLinkedListener linked;
-    Instance* const older = host.library.createInstanceWithListner(&linked);
-    Instance* const newer = host.library.createInstanceWithListner(&linked);
-    EXPECT_EQ(linked.instance, newer);
-    EXPECT_EQ(linked.recognizeEventString("Error: "), 100);
-    host.library.releaseInstance(older);
-    EXPECT_EQ(linked.instance, nullptr) << "although one still lives";
-    EXPECT_EQ(linked.recognizeEventString("Error: "), -1);
-    host.library.releaseInstance(newer);
-}
-
 TEST(Listeners, LetNoExceptionOut) {
     Loaded host;
     host.text.atText = [] { throw std::runtime_error("lost in the engine"); };
@@ -209,16 +196,13 @@ TEST(Jobs, StartedFromTheirOwnItemsShareThreadNumbers) {
     struct Nested final : MTJobSplit {
         using MTJobSplit::MTJobSplit;
         void run(const size_t*, int thread) override {
-            if (outer < 2) {
-                ++outer;
-                while (outer < 2)
-                    std::this_thread::yield();
-                const size_t one[3] = {1, 1, 1};
-                return start(one, 2);
-            }
+            const size_t one[3] = {1, 1, 1};
+            if (outer < 2) return meet(outer), start(one, 2);
             asThreadZero += thread == 0;
-            ++inner;
-            while (inner < 2)
+            meet(inner);
+        }
+        static void meet(std::atomic<int>& arrived) {
+            for (++arrived; arrived < 2;)
                 std::this_thread::yield();
         }
         std::atomic<int> outer{0}, inner{0}, asThreadZero{0};

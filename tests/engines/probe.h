@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <functional>
 #include <mutex>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -47,10 +48,14 @@ struct Probe {
 
     std::mutex guard;  ///< of calls and instances: engines are called on many threads
 
-    void note(const std::string& call) {
+    /// Notes a call that is put together from its parts.
+    template <class... Parts>
+    void note(const Parts&... parts) {
+        std::ostringstream call;
+        ((call << parts), ...);
         const std::lock_guard<std::mutex> lock(guard);
-        calls.push_back(call);
-        if (toStandardError) std::fprintf(stderr, "%s\n", call.c_str());
+        calls.push_back(call.str());
+        if (toStandardError) std::fprintf(stderr, "%s\n", calls.back().c_str());
     }
 
     /// The calls since the last time.

@@ -127,8 +127,7 @@ int setPlatformOption(const char* name, const char* value, void* data) {
 // ---- Threads -----------------------------------------------------------------------------------------------------
 
 void runJob(void*, const size_t* dims, int threads, Zant::JobCallback callback, void* context) {
-    probe().note("runJob " + std::to_string(dims[0]) + ' ' + std::to_string(dims[1]) + ' ' + std::to_string(dims[2]) +
-                 " on " + std::to_string(threads));
+    probe().note("runJob ", dims[0], ' ', dims[1], ' ', dims[2], " on ", threads);
     const size_t items = dims[0] * dims[1] * dims[2];
     const auto work = [=](int thread) {
         for (size_t item = static_cast<size_t>(thread); item < items; item += static_cast<size_t>(threads)) {
@@ -202,8 +201,7 @@ void destroyContext(void* context) {
 }
 
 unsigned char setupBuffers(void*, const size_t* dims) {
-    probe().note("setupBuffers " + std::to_string(dims[0]) + ' ' + std::to_string(dims[1]) + ' ' +
-                 std::to_string(dims[2]));
+    probe().note("setupBuffers ", dims[0], ' ', dims[1], ' ', dims[2]);
     return probe().acceptRays ? 0x80 : 0;
 }
 
@@ -218,7 +216,7 @@ void describeBuffer(void* context, void* buffer) {
 }
 
 void* getBlock(void*, size_t index, int side) {
-    probe().note("getBlock " + std::to_string(index) + ' ' + std::to_string(side));
+    probe().note("getBlock ", index, ' ', side);
     return reinterpret_cast<void*>((index + 1) * 16 + static_cast<size_t>(side));
 }
 
@@ -227,29 +225,28 @@ void* getBlock(void*, size_t index, int side) {
 
 // ---- Parser ------------------------------------------------------------------------------------------------------
 
-std::string contextOf(void* parser) {
-    return std::to_string(*static_cast<int*>(parser));
+int contextOf(const void* parser) {
+    return *static_cast<const int*>(parser);
 }
 
 void* findObject(void* parser, const char* name, void* record, int type, const char* argument) {
-    probe().note("findObject " + contextOf(parser) + ' ' + quoted(name) + ' ' + std::to_string(type) + ' ' +
-                 quoted(argument));
+    probe().note("findObject ", contextOf(parser), ' ', quoted(name), ' ', type, ' ', quoted(argument));
     return probe().onFindObject ? probe().onFindObject(name, record) : nullptr;
 }
 
 int parse(void* parser, const void* data, const char* source, int mode) {
     const std::string command = mode == Zant::ParseBinary ? "binary" : quoted(static_cast<const char*>(data));
-    probe().note("parse " + contextOf(parser) + ' ' + command + ' ' + quoted(source) + ' ' + std::to_string(mode));
+    probe().note("parse ", contextOf(parser), ' ', command, ' ', quoted(source), ' ', mode);
     return probe().onParse ? probe().onParse(command) : 0;
 }
 
 int getValue(void* parser, void* handle, ZantParserExchangeBuffer* record) {
-    probe().note("getValue " + contextOf(parser) + ' ' + std::to_string(record->type));
+    probe().note("getValue ", contextOf(parser), ' ', record->type);
     return probe().onGetValue ? probe().onGetValue(handle, *record) : 0;
 }
 
 int setValue(void* parser, void* handle, const ZantParserExchangeBuffer* record) {
-    probe().note("setValue " + contextOf(parser) + ' ' + std::to_string(record->type));
+    probe().note("setValue ", contextOf(parser), ' ', record->type);
     return probe().onSetValue ? probe().onSetValue(handle, *record) : 0;
 }
 
