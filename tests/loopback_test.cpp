@@ -35,12 +35,11 @@ TEST(Loopback, SpeaksThroughTheListenerAndClosesItsStream) {
 }
 
 TEST(Loopback, NamesTheMistakeAndGoesOn) {
-    struct Row {
+    const struct {
         const char* commands;
         int code;
         const char* text;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"lihgt;", 1, "Error: scene.txt:1:1: "},
         {"echo 1;", 1, "Error: scene.txt:1:"},
         {"\n\n  var;echo \"on\";", 1, "Error: scene.txt:3:6: "},
@@ -53,7 +52,7 @@ TEST(Loopback, NamesTheMistakeAndGoesOn) {
         {"include \"/\";", 5, "Error: scene.txt:1:9: cannot read the file '/'"},
     };
     Host host;
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         EXPECT_EQ(host.parse(row.commands, "scene.txt"), row.code) << row.commands;
         const std::string text = host.text.take();
         EXPECT_EQ(text.substr(0, std::strlen(row.text)), row.text) << row.commands;
@@ -144,15 +143,13 @@ TEST(LoopbackEvents, MayCallTheEngine) {
     EXPECT_EQ(host.text.take(), "inner\nouter\nlast\n");
 }
 
-void collect(ZantEventData* event) {
-    if (event->kind == EventTextLine) *static_cast<std::string*>(event->reserved) += event->text;
-}
-
 TEST(LoopbackEvents, CarryTheUserDataOfAHandler) {
     std::string said;
     Library library(ZANT_LOOPBACK_DIR);
-    Instance* instance = library.createInstanceWithHandler(collect, &said);
-    instance->parse("echo \"hello\";", nullptr, ParseText);
+    const auto collect = [](ZantEventData* event) {
+        if (event->kind == EventTextLine) *static_cast<std::string*>(event->reserved) += event->text;
+    };
+    library.createInstanceWithHandler(collect, &said)->parse("echo \"hello\";", nullptr, ParseText);
     EXPECT_EQ(said, "hello");
 }
 

@@ -2,7 +2,6 @@
 // docs/threads-and-ownership.md say of who does not follow it.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -92,9 +91,10 @@ TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
 // ---- What the pages warn of -----------------------------------------------------------------------------------------
 // Each action runs in a process of its own, forked before it has loaded anything.
 
-/// An engine that stays.
+/// An engine that stays to the end.
 struct Loaded : Host {
     Loaded() { library.loadExplicitly(nullptr); }
+    ~Loaded() { library.unloadExplicitly(); }
 };
 
 #ifndef ZANT_TEST_TSAN  // it reports what these processes die of in its own way
@@ -156,30 +156,20 @@ TEST(ShuttingDownDeathTest, InAnotherOrderCrashes) {
         EXPECT_DEATH(row.breach(), "") << row.warning;
 }
 
-/// @return the signal that ended a forked child that did the work, SIGALRM after so many seconds; 0 for a good end
-int signalOfChild(unsigned seconds, const std::function<void()>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        alarm(seconds);
-        work();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-}
-
-TEST(Fork, LeavesAUsedJobWithoutItsThreads) {
-    const auto useJob = [](const Library& library) {
-        Counter job(library.vtables.mt);
+// A death test's process is a fork of this one.
+TEST(ForkDeathTest, LeavesAUsedJobWithoutItsThreads) {
+    const auto workInAFork = [] {
+        const Loaded host;
+        Counter job(host.library.vtables.mt);
         job.start(eightItems, 2);
+        _exit(job.items);
     };
-    EXPECT_EQ(signalOfChild(60, [&] { useJob(Loaded().library); }), 0)
-        << "an engine that is loaded after the fork works";
-    Loaded host;
+    EXPECT_EXIT(workInAFork(), testing::ExitedWithCode(8), "") << "an engine that is loaded after the fork works";
+    const Loaded host;
     Counter used(host.library.vtables.mt);
     used.start(eightItems, 2);
-    EXPECT_EQ(signalOfChild(2, [&] { used.start(eightItems, 2); }), SIGALRM) << "it waits for threads of the parent";
+    EXPECT_EXIT((alarm(2), used.start(eightItems, 2)), testing::KilledBySignal(SIGALRM), "")
+        << "it waits for threads of the parent";
     EXPECT_EQ(used.items, 8);
 }
 
