@@ -18,7 +18,7 @@ TEST(AppText, EscapesWhatATerminalShouldNotBeGiven) {
         {"gr\xC3\xBC\xC3\x9F \xE2\x82\xAC \xF0\x9F\x8E\xA8", "gr\xC3\xBC\xC3\x9F \xE2\x82\xAC \xF0\x9F\x8E\xA8"},
         {"\x1B[2J\a\x7F\n", "\\x1B[2J\\x07\\x7F\\x0A"},
         {std::string("a\0b", 3), "a\\x00b"},
-        {"\xFF\xC3(", "\\xFF\\xC3("},                           // no UTF-8
+        {"\xFF\xC3(\xC3\xC3", "\\xFF\\xC3(\\xC3\\xC3"},         // no UTF-8
         {"\xC0\xAF\xE0\x80\xAF", "\\xC0\\xAF\\xE0\\x80\\xAF"},  // longer than need be
         {"\xED\xA0\x80", "\\xED\\xA0\\x80"},                    // half of a pair
         {"\xF4\x90\x80\x80", "\\xF4\\x90\\x80\\x80"},           // above the last character

@@ -36,7 +36,7 @@ struct Static {
 
 extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char* engineDirectory) {
     Zant::Library& library = *Zant::getLibrary(nullptr);
-    if (!library.loadExplicitly(engineDirectory)) return 0;
+    if (makes("does-not-start") || !library.loadExplicitly(engineDirectory)) return 0;
     instance = library.createInstance();
     parser = library.vtables.parser;
     context = instance->parserContext;
@@ -44,7 +44,11 @@ extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char
 }
 
 extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
-    if (makes("ends-process")) _exit(0);
+    if (makes("ends-process")) {
+        if (fork() != 0) _exit(0);
+        sleep(1);  // a process that is left behind would be noticed by its file
+        std::fclose(std::fopen("left behind", "w"));
+    }
     while (makes("hangs")) {
         std::puts("it hangs");
         std::fflush(stdout);
