@@ -3,8 +3,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <utility>
@@ -110,30 +108,6 @@ TEST(HostHeader, DirectoryOfAModuleEndsWithItsSeparator) {
     int local = 0;
     EXPECT_EQ(moduleDirectory(&local), "") << "the stack belongs to no module";
 }
-
-// The program itself is the one that is found through PATH: it prints its directory when it is asked to.
-TEST(HostHeader, DirectoryOfAProgramDoesNotDependOnHowItWasFound) {
-    namespace fs = std::filesystem;
-    const fs::path program = fs::read_symlink("/proc/self/exe");
-    const std::string expected = program.parent_path().string() + "/";
-    const std::string name = program.filename().string();
-    for (const std::string& start : {"PATH='" + expected + "' " + name, "cd '" + expected + "..' && tests/" + name}) {
-        const std::string command = "ZANT_TEST_PRINT_DIRECTORY=1; export ZANT_TEST_PRINT_DIRECTORY; " + start;
-        std::FILE* const output = popen(command.c_str(), "r");
-        char line[4096] = "";
-        EXPECT_NE(std::fgets(line, sizeof line, output), nullptr);
-        EXPECT_EQ(pclose(output), 0);
-        EXPECT_EQ(line, expected) << start;
-    }
-}
-
-const int printed = [] {
-    if (!std::getenv("ZANT_TEST_PRINT_DIRECTORY")) return 0;
-    std::filesystem::current_path("/");
-    std::fputs(moduleDirectory(&engineFile).c_str(), stdout);
-    std::fflush(stdout);
-    std::_Exit(0);
-}();
 
 TEST(HostHeader, Utf16PairsItsSurrogates) {
     EXPECT_EQ(utf8(u"a\u00e9\u20ac\U0001F600"), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");

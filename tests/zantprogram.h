@@ -121,7 +121,7 @@ inline void expectShown(const Outcome& outcome, int code, const std::vector<std:
 /// A test with a folder of its own, in which the program runs.
 class Test : public testing::Test {
 protected:
-    /// Runs a line of the shell, which finds the program.
+    /// Runs a line of the shell, which finds the program, as the program has to find its engine from wherever it runs.
     Outcome shell(const std::string& line) const {
         const std::string programs = std::filesystem::path(ZANT_PROGRAM).parent_path().string();
         return run("cd '" + folder + "'; PATH=" + programs + ":$PATH; " + line);
