@@ -4,7 +4,6 @@
 
 #include <cfenv>
 #include <clocale>
-#include <cstring>
 #include <vector>
 
 #include "client/encoding/commandbinarybuffer.h"

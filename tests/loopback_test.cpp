@@ -164,12 +164,18 @@ public:
         ++(isInside ? calls[index[0] + dims[0] * (index[1] + dims[1] * index[2])] : outside);
         threads |= 1U << thread;
         if (index[0] == 0 && index[1] == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (startedAgain && thread != 0) ++strangers;
+        if (!startAgain.exchange(false)) return;
         const size_t fewer[3] = {2, 2, 2};
-        if (startAgain.exchange(false)) start(fewer, 4);
+        startedAgain = true;
+        start(fewer, 4);
+        startedAgain = false;
     }
     static constexpr size_t dims[3] = {10, 20, 30};
+    static inline thread_local bool startedAgain = false;  // here: what follows on this thread calls itself thread 0
     std::atomic<int> calls[10 * 20 * 30] = {};
     std::atomic<int> outside{0};
+    std::atomic<int> strangers{0};
     std::atomic<unsigned> threads{0};
     std::atomic<bool> startAgain{false};
 };
@@ -192,6 +198,7 @@ TEST(LoopbackJobs, AreDoneOnceByNoMoreThreadsThanAskedFor) {
         job.startAgain = true;
         job.start(Noting::dims, 4);
         EXPECT_EQ(job.calls[0], rounds + 2);
+        EXPECT_EQ(job.strangers, 0) << "a job within an item has the item's thread, and the number 0 again";
         const size_t none[3] = {0, 0, 0};
         job.start(none, 4);
         EXPECT_EQ(job.calls[0], rounds + 3) << "counts of 0 are 1";

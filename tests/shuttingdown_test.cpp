@@ -10,7 +10,6 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
-#include <string>
 #include <thread>
 
 #include "client/zant.h"
@@ -180,28 +179,6 @@ TEST(Listeners, LetNoExceptionOut) {
     host.text.atText = [] { throw std::runtime_error("lost in the engine"); };
     EXPECT_EQ(host.parse("echo \"one\"; echo \"two\";"), 0) << "this engine catches it, and nobody hears of it";
     EXPECT_EQ(host.text.take(), "\ntwo\n");
-}
-
-TEST(Jobs, StartedFromTheirOwnItemsShareThreadNumbers) {
-    struct Nested final : MTJobSplit {
-        using MTJobSplit::MTJobSplit;
-        void run(const size_t*, int thread) override {
-            const size_t one[3] = {1, 1, 1};
-            if (outer < 2) return meet(outer), start(one, 2);
-            asThreadZero += thread == 0;
-            meet(inner);
-        }
-        static void meet(std::atomic<int>& arrived) {
-            for (++arrived; arrived < 2;)
-                std::this_thread::yield();
-        }
-        std::atomic<int> outer{0}, inner{0}, asThreadZero{0};
-    };
-    Loaded host;
-    Nested job(host.library.vtables.mt);
-    const size_t two[3] = {2, 1, 1};
-    job.start(two, 2);
-    EXPECT_EQ(job.asThreadZero, 2) << "both at the same time, and both as thread 0";
 }
 
 }  // namespace
