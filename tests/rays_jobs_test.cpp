@@ -157,9 +157,8 @@ TEST_F(Rays, AskForInputAndOutputBlocksInTurnUpToTheirOwnSize) {
         Calls blocks;
     } rows[] = {
         {{}, {}, {}},
-        {{1, 2, 1}, {1, 1, 2}, {"0 0", "0 1", "1 0", "1 1"}},
-        {{3, 1, 1}, {1, 2, 1}, {"0 0", "0 1", "1 0", "1 1", "2 0"}},
-        {{1, 1, 1}, {1, 1, 2}, {"0 0", "0 1"}},  // no block is asked for after the last input
+        {{5, 1, 1}, {2, 1, 2}, {"0 0", "0 1", "1 0", "1 1", "2 0", "2 1", "3 0", "3 1", "4 0"}},
+        {{1, 2, 1}, {2, 1, 2}, {"0 0", "0 1", "1 0", "1 1"}},  // the rest of a table as long as the last one is null
     };
     for (const auto& row : rows) {
         describe(row.inputs, row.outputs);
