@@ -150,6 +150,7 @@ TEST(Language, SaysWhatIsWrongAndWhere) {
         {"echo \"a;\nreset;\necho \"b\";", "f:1:6: the text that begins here is not closed"},
         {"echo \"a;\nreset;\necho \"b;c\";",
          "f:1:6: the text that begins here runs over several lines: is its closing quote missing?"},
+        {"delete \"\";", "f:1:10: argument 1 of 'delete': the name is empty", "delete S"},
         {"delete ;", "f:1:8: too few arguments for 'delete'", "delete S"},
         {"fg timeGradients;", "f:1:17: too few arguments for 'fg timeGradients'", "fg timeGradients d"},
         {"axes a,<1,2,3>*(1,2);", "f:1:21: argument 2 of 'axes': expected one scale or three", "axes N A"},

@@ -69,6 +69,7 @@ TEST_F(Rehearsal, WantsTheHooksThatItIsTold) {
     } rows[] = {
         {"plugin_one.so --work zantPluginStop", 0, {"nothing found"}},
         {"plugin_one.so --work zantPluginWorks", 1, {"zantPluginStart", " found\n", "zantPluginWorks", "MISSING"}},
+        {"../engines/no_entry/zant3" ZANT_ENGINE_SUFFIX " --stop zant3_initialise", 0, {"not there", "nothing found"}},
         {"../engines/probe/zant3" ZANT_ENGINE_SUFFIX, 1, {"zantPluginWork ", "not there", "not as named"}},
         {"CTestTestfile.cmake", 1, {"text, not a library"}},
         {"nothing.so", 1, {"No such file"}},
