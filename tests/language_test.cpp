@@ -109,56 +109,56 @@ TEST(Language, ReadsTheSameCommandFromEveryNotation) {
         EXPECT_EQ(canonical(row.text), row.canonical) << row.text;
 }
 
+const struct {
+    const char* text;
+    const char* message;
+    const char* nearest = nullptr;  // form
+} mistakes[] = {
+    {"\n lihgt s,black;", "f:2:2: unknown command 'lihgt', did you mean 'light'?"},
+    {"qqqqqqqq;", "f:1:1: unknown command 'qqqqqqqq'"},
+    {"while 1;", "f:1:1: command 'while' has no form of its own"},
+    {"[999];", "f:1:1: unknown command '[999]'"},
+    {"[18446744073709551662],[6],0.5,2;", "f:1:1: unknown command '[18446744073709551662]'"},
+    {"(1,2);", "f:1:1: expected a command, found a vector"},
+    {"fg\n  gradinets,1,2;", "f:2:3: unknown keyword 'gradinets' after 'fg', did you mean 'gradients'?"},
+    {"fg \"reset\";", "f:1:4: expected a keyword after 'fg', found a text"},
+    {"fg gradients,1,(2,3);", "f:1:16: argument 2 of 'fg gradients': expected a number, found a vector",
+     "fg gradients d d"},
+    {"fg gradients,1;", "f:1:15: too few arguments for 'fg gradients'", "fg gradients d d"},
+    {"fg gradients,1,2,3;", "f:1:18: too many arguments for 'fg gradients', found '3'", "fg gradients d d"},
+    {"fg gradients 1,2;", "f:1:14: expected ',' or ';' after 'fg gradients', found '1'"},
+    {"fg gradients,1x,2;", "f:1:15: expected ',' or ';' after 'fg gradients', found 'x'"},
+    {"about\"x\";", "f:1:6: expected white space after 'about', found a text"},
+    {"about x;", "f:1:7: argument 1 of 'about': expected a text in double quotes, found 'x'", "about s"},
+    {"threads 1.5;", "f:1:9: argument 1 of 'threads': expected an integer, found '1.5'", "threads i"},
+    {"threads 2147483648;", "f:1:9: argument 1 of 'threads': expected an integer, found '2147483648'", "threads i"},
+    {"lightOp s,shadow,2;", "f:1:18: argument 2 of 'lightOp shadow': expected 0 or 1, found '2'", "lightOp S shadow b"},
+    {"vector v,(1,2;", "f:1:14: argument 2 of 'vector': expected ',' or ')'", "vector N V"},
+    {"vector v,();", "f:1:11: argument 2 of 'vector': expected a number in the parentheses", "vector N V"},
+    {"vector v,(1,2,3,4,5);", "f:1:19: argument 2 of 'vector': too many numbers in parentheses", "vector N V"},
+    {"axes a,<1,2>;", "f:1:12: argument 2 of 'axes': expected three angles", "axes N A"},
+    {"axes a,<0,1e308,0>;", "f:1:11: argument 2 of 'axes': the angle is too large", "axes N A"},
+    {"axes a,axes((0,0,1e308),(1,1,1));", "f:1:33: argument 2 of 'axes': the angle is too large", "axes N A"},
+    {"double d,1e999;", "f:1:10: argument 2 of 'double': the number is too large", "double N d"},
+    {"coordSys c,(1,2,3);", "f:1:19: argument 2 of 'coordSys': expected '@' and axes after the position",
+     "coordSys N C"},
+    {"fs cat,\"a;\nreset;", "f:1:8: the text that begins here is not closed"},
+    {"stop 1;", "f:1:6: too many arguments for 'stop', found '1'", "stop"},
+    {"fg reset\n  fg render;", "f:2:3: expected ',' or ';' after 'fg reset', found 'fg': is there a ';' missing?"},
+    {"echo \"a;\nreset;\necho \"b\";", "f:1:6: the text that begins here is not closed"},
+    {"echo \"a;\nreset;\necho \"b;c\";",
+     "f:1:6: the text that begins here runs over several lines: is its closing quote missing?"},
+    {"delete \"\";", "f:1:10: argument 1 of 'delete': the name is empty", "delete S"},
+    {"delete ;", "f:1:8: too few arguments for 'delete'", "delete S"},
+    {"fg timeGradients;", "f:1:17: too few arguments for 'fg timeGradients'", "fg timeGradients d"},
+    {"axes a,<1,2,3>*(1,2);", "f:1:21: argument 2 of 'axes': expected one scale or three", "axes N A"},
+    {"axes a,axes((1,0,0),(0,1,0),(0,0,1),(1,1,1));", "f:1:37: argument 2 of 'axes': axes have at most three rows",
+     "axes N A"},
+    {"stop;\xEF\xBB\xBFstop;", "f:1:6: unknown command '\xEF\xBB\xBFstop'"},
+};
+
 TEST(Language, SaysWhatIsWrongAndWhere) {
-    const struct {
-        const char* text;
-        const char* message;
-        const char* nearest = nullptr;  // form
-    } rows[] = {
-        {"\n lihgt s,black;", "f:2:2: unknown command 'lihgt', did you mean 'light'?"},
-        {"qqqqqqqq;", "f:1:1: unknown command 'qqqqqqqq'"},
-        {"while 1;", "f:1:1: command 'while' has no form of its own"},
-        {"[999];", "f:1:1: unknown command '[999]'"},
-        {"[18446744073709551662],[6],0.5,2;", "f:1:1: unknown command '[18446744073709551662]'"},
-        {"(1,2);", "f:1:1: expected a command, found a vector"},
-        {"fg\n  gradinets,1,2;", "f:2:3: unknown keyword 'gradinets' after 'fg', did you mean 'gradients'?"},
-        {"fg \"reset\";", "f:1:4: expected a keyword after 'fg', found a text"},
-        {"fg gradients,1,(2,3);", "f:1:16: argument 2 of 'fg gradients': expected a number, found a vector",
-         "fg gradients d d"},
-        {"fg gradients,1;", "f:1:15: too few arguments for 'fg gradients'", "fg gradients d d"},
-        {"fg gradients,1,2,3;", "f:1:18: too many arguments for 'fg gradients', found '3'", "fg gradients d d"},
-        {"fg gradients 1,2;", "f:1:14: expected ',' or ';' after 'fg gradients', found '1'"},
-        {"fg gradients,1x,2;", "f:1:15: expected ',' or ';' after 'fg gradients', found 'x'"},
-        {"about\"x\";", "f:1:6: expected white space after 'about', found a text"},
-        {"about x;", "f:1:7: argument 1 of 'about': expected a text in double quotes, found 'x'", "about s"},
-        {"threads 1.5;", "f:1:9: argument 1 of 'threads': expected an integer, found '1.5'", "threads i"},
-        {"threads 2147483648;", "f:1:9: argument 1 of 'threads': expected an integer, found '2147483648'", "threads i"},
-        {"lightOp s,shadow,2;", "f:1:18: argument 2 of 'lightOp shadow': expected 0 or 1, found '2'",
-         "lightOp S shadow b"},
-        {"vector v,(1,2;", "f:1:14: argument 2 of 'vector': expected ',' or ')'", "vector N V"},
-        {"vector v,();", "f:1:11: argument 2 of 'vector': expected a number in the parentheses", "vector N V"},
-        {"vector v,(1,2,3,4,5);", "f:1:19: argument 2 of 'vector': too many numbers in parentheses", "vector N V"},
-        {"axes a,<1,2>;", "f:1:12: argument 2 of 'axes': expected three angles", "axes N A"},
-        {"axes a,<0,1e308,0>;", "f:1:11: argument 2 of 'axes': the angle is too large", "axes N A"},
-        {"axes a,axes((0,0,1e308),(1,1,1));", "f:1:33: argument 2 of 'axes': the angle is too large", "axes N A"},
-        {"double d,1e999;", "f:1:10: argument 2 of 'double': the number is too large", "double N d"},
-        {"coordSys c,(1,2,3);", "f:1:19: argument 2 of 'coordSys': expected '@' and axes after the position",
-         "coordSys N C"},
-        {"fs cat,\"a;\nreset;", "f:1:8: the text that begins here is not closed"},
-        {"stop 1;", "f:1:6: too many arguments for 'stop', found '1'", "stop"},
-        {"fg reset\n  fg render;", "f:2:3: expected ',' or ';' after 'fg reset', found 'fg': is there a ';' missing?"},
-        {"echo \"a;\nreset;\necho \"b\";", "f:1:6: the text that begins here is not closed"},
-        {"echo \"a;\nreset;\necho \"b;c\";",
-         "f:1:6: the text that begins here runs over several lines: is its closing quote missing?"},
-        {"delete \"\";", "f:1:10: argument 1 of 'delete': the name is empty", "delete S"},
-        {"delete ;", "f:1:8: too few arguments for 'delete'", "delete S"},
-        {"fg timeGradients;", "f:1:17: too few arguments for 'fg timeGradients'", "fg timeGradients d"},
-        {"axes a,<1,2,3>*(1,2);", "f:1:21: argument 2 of 'axes': expected one scale or three", "axes N A"},
-        {"axes a,axes((1,0,0),(0,1,0),(0,0,1),(1,1,1));", "f:1:37: argument 2 of 'axes': axes have at most three rows",
-         "axes N A"},
-        {"stop;\xEF\xBB\xBFstop;", "f:1:6: unknown command '\xEF\xBB\xBFstop'"},
-    };
-    for (const auto& row : rows) {
+    for (const auto& row : mistakes) {
         const std::string end = row.nearest ? "; the nearest form is '" + std::string(row.nearest) + "'" : "";
         EXPECT_EQ(firstMessage(row.text), row.message + end) << row.text;
     }

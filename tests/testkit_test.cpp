@@ -43,42 +43,43 @@ TEST(Transcript, FilesKeepEveryByteAndSaveWhatTheyRead) {
     EXPECT_THROW(Transcript().save(folder.name() + "/none/none"), std::runtime_error);
 }
 
+const struct {
+    const char* expected;
+    const char* sent;
+    const char* message;
+} comparisons[] = {
+    {"", "", ""},
+    {"about;", "about;", ""},
+    {"a;\nb;\nc;\nfg gradients,0.5,2;\nd;", "a;\nb;\nc;\nfg gradients,0.5,3;",
+     "the commands differ (5 lines expected, 4 sent):\n"
+     "  expected, line 4: fg gradients,0.5,2;\n"
+     "  sent, line 4:     fg gradients,0.5,3;\n"
+     "                                     ^ byte 18\n"
+     "  before that, the same on both sides:\n    a;\n    b;\n    c;"},
+    {"about;\nfg render;", "about;",
+     "the commands differ (2 lines expected, 1 sent):\n"
+     "  expected, line 2: fg render;\n"
+     "  sent: nothing more\n"
+     "  before that, the same on both sides:\n    about;"},
+    {"", "about;",
+     "the commands differ (0 lines expected, 1 sent):\n"
+     "  expected: nothing more\n"
+     "  sent, line 1: about;"},
+    {"\n\nabout;", "aboutx;",  // the end of a line, and lines counted with the blank ones
+     "the commands differ (1 lines expected, 1 sent):\n"
+     "  expected, line 3: about;\n"
+     "  sent, line 1:     aboutx;\n"
+     "                         ^ byte 6"},
+    {"echo \"\xC3\xA4\xC3\xB6\";",
+     "echo \"\xC3\xA4\xC3\xBC\";",  // two letters of two bytes: the caret counts letters
+     "the commands differ (1 lines expected, 1 sent):\n"
+     "  expected, line 1: echo \"\xC3\xA4\xC3\xB6\";\n"
+     "  sent, line 1:     echo \"\xC3\xA4\xC3\xBC\";\n"
+     "                           ^ byte 10"},
+};
+
 TEST(Compare, ShowsTheFirstDifferenceWithItsSource) {
-    const struct {
-        const char* expected;
-        const char* sent;
-        const char* message;
-    } rows[] = {
-        {"", "", ""},
-        {"about;", "about;", ""},
-        {"a;\nb;\nc;\nfg gradients,0.5,2;\nd;", "a;\nb;\nc;\nfg gradients,0.5,3;",
-         "the commands differ (5 lines expected, 4 sent):\n"
-         "  expected, line 4: fg gradients,0.5,2;\n"
-         "  sent, line 4:     fg gradients,0.5,3;\n"
-         "                                     ^ byte 18\n"
-         "  before that, the same on both sides:\n    a;\n    b;\n    c;"},
-        {"about;\nfg render;", "about;",
-         "the commands differ (2 lines expected, 1 sent):\n"
-         "  expected, line 2: fg render;\n"
-         "  sent: nothing more\n"
-         "  before that, the same on both sides:\n    about;"},
-        {"", "about;",
-         "the commands differ (0 lines expected, 1 sent):\n"
-         "  expected: nothing more\n"
-         "  sent, line 1: about;"},
-        {"\n\nabout;", "aboutx;",  // the end of a line, and lines counted with the blank ones
-         "the commands differ (1 lines expected, 1 sent):\n"
-         "  expected, line 3: about;\n"
-         "  sent, line 1:     aboutx;\n"
-         "                         ^ byte 6"},
-        {"echo \"\xC3\xA4\xC3\xB6\";",
-         "echo \"\xC3\xA4\xC3\xBC\";",  // two letters of two bytes: the caret counts letters
-         "the commands differ (1 lines expected, 1 sent):\n"
-         "  expected, line 1: echo \"\xC3\xA4\xC3\xB6\";\n"
-         "  sent, line 1:     echo \"\xC3\xA4\xC3\xBC\";\n"
-         "                           ^ byte 10"},
-    };
-    for (const auto& row : rows) {
+    for (const auto& row : comparisons) {
         const Result result = compareTexts(row.expected, row.sent);
         EXPECT_EQ(result.message(), row.message);
         EXPECT_EQ(static_cast<bool>(result), *row.message == 0) << row.expected;
