@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "client/commands/commandbuffer.h"
@@ -10,7 +11,6 @@
 #include "client/symbols/mesh.h"
 #include "client/symbols/symbol.h"
 #include "client/symbols/vertexmap.h"
-#include "tests/handmadeblock.h"
 
 namespace Vocabulary {
 
@@ -50,8 +50,14 @@ private:
     void add(const char* operation, const void* object) { events.push_back({operation, 0, {}, object}); }
 };
 
-/// An argument of every kind for each place of a parameter list, no two alike: the value at a place follows from the
-/// place.
+/// An argument of every type. References are told apart by what they refer to, so their content does not matter.
+using Values =
+    std::tuple<double, int, bool, unsigned long, const char*, const wchar_t*, const Zant::Vector&, const Zant::Axes&,
+               const Zant::CoordSys&, const Zant::Symbol&, Zant::Symbol&, const Zant::BitmapSymbol&,
+               const Zant::MeshSymbol&, const Zant::VertexMapSymbol&, const Zant::VarLenDouble&,
+               const Zant::VarLenVector&, const Zant::VarLenCoordSys&, const Zant::VarLenSymbol&>;
+
+/// An argument of every kind for each place of a parameter list, no two alike.
 class Arguments {
 public:
     /// @param log where declared symbols note their registration
@@ -59,23 +65,17 @@ public:
     ~Arguments();
 
     template <typename Type>
-    Type at(size_t place) const;
+    Type at(size_t place) const {
+        return std::get<Type>(values(place));
+    }
 
-    /// What an argument must become: the call, its text, and its words in a block. Letters are those of the catalogue,
-    /// W for a wide string.
+    /// The call that an argument must become. Letters are those of the catalogue, W for a wide string.
     Event event(const std::string& letter, size_t place) const;
-    std::string text(const std::string& letter, size_t place) const;
-    HandmadeBlock& write(HandmadeBlock& block, const std::string& letter, size_t place) const;
     /// The registration of the declared symbol.
     Event registration(size_t place) const;
 
-    /// Gives the plain symbol its registered word; the symbols at every other place have one from the start.
-    void setRegistered(size_t place, uint64_t word);
-    bool isRegistered(size_t place) const;
-
 private:
-    HandmadeBlock& writeSymbol(HandmadeBlock& block, size_t place) const;
-    HandmadeBlock& writeList(HandmadeBlock& block, const std::string& letter, size_t place) const;
+    const Values& values(size_t place) const;
 
     struct Sample;
     std::unique_ptr<Recorder> owner;  // of the symbols: none of their own commands reaches the buffer under test

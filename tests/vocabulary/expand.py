@@ -4,7 +4,7 @@
 Shares nothing with the generator. Keyword numbers are read from the comments beside the words in enums.cpp, so that a
 word that has slipped into another slot is noticed.
 
-Usage: expand.py ENUMS.CPP ENUMS.H CATALOGUE-FILE... > rows.cpp
+Usage: expand.py ENUMS.CPP CATALOGUE-FILE... > rows.cpp
 """
 
 import re
@@ -33,14 +33,14 @@ def read_catalogue(paths):
                     name, value = re.fullmatch(r"tail (\S+) = (.*)", line).groups()
                     tails[name] = value
                 elif line.startswith("group "):
-                    groups.append((line.split()[1], int(line.split()[2]), []))
+                    groups.append((line.split()[1], []))
                 elif line.startswith("command "):
-                    groups[-1][2].append((line.split()[1], int(line.split()[2]), {}, []))
+                    groups[-1][1].append((line.split()[1], {}, []))
                 elif line.startswith("    after "):
                     where, table = line.strip()[len("after "):].split(": ")
-                    groups[-1][2][-1][2][where] = table
+                    groups[-1][1][-1][1][where] = table
                 elif line.startswith("    "):
-                    groups[-1][2][-1][3].append(line.strip())
+                    groups[-1][1][-1][2].append(line.strip())
     return tails, groups
 
 
@@ -48,7 +48,7 @@ class Expansion:
     def __init__(self, tables, tails, groups):
         self.tables = tables
         self.tails = tails
-        self.lines = {command[0]: command[3] for group in groups for command in group[2]}
+        self.lines = {command[0]: command[2] for group in groups for command in group[1]}
 
     def forms(self, line):
         """All forms of one line, as lists of words."""
@@ -95,8 +95,8 @@ def sequence(command, words, paths, tables):
 
 def rows(tables, tails, groups):
     expansion = Expansion(tables, tails, groups)
-    for group, _, commands in groups:
-        for command, _, paths, lines in commands:
+    for group, commands in groups:
+        for command, paths, lines in commands:
             for words in [form for line in lines for form in expansion.forms(line)]:
                 for wide in [False, True] if "s" in words else [False]:
                     letters = [word for word in words if word in ARGUMENTS]
@@ -106,23 +106,12 @@ def rows(tables, tails, groups):
                         group, command, name, sequence(command, words, paths, tables), str(wide).lower(), types, name)
 
 
-def main(enums, header, catalogue):
+def main(enums, catalogue):
     with open(enums, encoding="ascii") as file:
         tables = read_tables(file.read())
-    with open(header, encoding="ascii") as file:
-        declared = re.findall(r"extern const char\* const (\w+)\[(\d+)\];", file.read())
-    tails, groups = read_catalogue(catalogue)
     print('#include "tests/vocabulary/row.h"\n\nnamespace Vocabulary {\n\nconst std::vector<Row> rows = {')
-    print("\n".join(rows(tables, tails, groups)))
-    print("};\n\nconst std::vector<Promise> promisedGroups = {")
-    print("\n".join('    {"%s", %d},' % (name, count) for name, count, _ in groups))
-    print("};\n\nconst std::vector<Promise> promisedCommands = {")
-    print("\n".join('    {"%s", %d},' % command[:2] for group in groups for command in group[2]))
-    print("};\n\nconst std::vector<Table> listedTables = {")
-    for name, slots in declared:
-        words = ", ".join('{%d, "%s"}' % item for item in sorted(tables[name].items()))
-        print('    {"%s", %s, {%s}},' % (name, slots, words))
+    print("\n".join(rows(tables, *read_catalogue(catalogue))))
     print("};\n\n}  // namespace Vocabulary")
 
 
-main(sys.argv[1], sys.argv[2], sys.argv[3:])
+main(sys.argv[1], sys.argv[2:])

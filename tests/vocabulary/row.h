@@ -2,7 +2,6 @@
 #define ZANT_TESTS_VOCABULARY_ROW_H
 
 #include <cstddef>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -70,23 +69,7 @@ struct Row {
     Call call;
 };
 
-/// How many functions the catalogue promises for a group or a command word.
-struct Promise {
-    const char* name;
-    size_t functions;
-};
-
-/// A keyword table by the numbers that stand beside its words.
-struct Table {
-    std::string name;
-    int slots;
-    std::vector<std::pair<int, std::string>> words;
-};
-
 extern const std::vector<Row> rows;
-extern const std::vector<Promise> promisedGroups;
-extern const std::vector<Promise> promisedCommands;
-extern const std::vector<Table> listedTables;
 
 }  // namespace Vocabulary
 
