@@ -321,11 +321,13 @@ TEST(Allocation, OfSymbolsInLists) {
 
 // ---- blocks and texts -----------------------------------------------------------------------------------------------
 
-std::unique_ptr<TextBuffer> someText() {
-    auto text = std::make_unique<TextBuffer>();
-    text->concat("0123456789abcde");  // 16 bytes with its terminator: the block is full
-    text->separator = ",";
-    return text;
+auto textOf(const char* content) {
+    return [content] {
+        auto text = std::make_unique<TextBuffer>();
+        text->concat(content);
+        text->separator = ",";
+        return text;
+    };
 }
 
 std::string lookAtText(TextBuffer& text) {
@@ -340,6 +342,7 @@ TEST(Allocation, OfBlocksAndTexts) {
         {"concat", [](TextBuffer& t) { t.concat("a longer text than fits"); }},
         {"concat int", [](TextBuffer& t) { t.concat(-123456); }},
         {"concat double", [](TextBuffer& t) { t.concat(0.12345); }},
+        {"append", [](TextBuffer& t) { t.append("xy", 2); }},
         {"separate", [](TextBuffer& t) { t.separate(); }},
         {"operator+", [](TextBuffer& t) { t + "text"; }},
         {"operator+=", [](TextBuffer& t) { t += "te\"xt"; }},
@@ -352,8 +355,12 @@ TEST(Allocation, OfBlocksAndTexts) {
         {"fit", [](TextBuffer& t) { t.fit(100); }},
         {"resize", [](TextBuffer& t) { t.resize(32); }},
     };
+    const auto full = textOf("0123456789abcde");  // 16 bytes with its terminator
     for (const auto& operation : operations)
-        EXPECT_EQ(failEachAllocation(operation.name, someText, operation.act, lookAtText), 1u) << operation.name;
+        EXPECT_EQ(failEachAllocation(operation.name, full, operation.act, lookAtText), 1u) << operation.name;
+    const auto withRoomForTheSeparator = textOf("0123456789");
+    for (void (*add)(TextBuffer&) : {+[](TextBuffer& t) { t + "a long text"; }, +[](TextBuffer& t) { t += "a text"; }})
+        EXPECT_EQ(failEachAllocation("an item after a separator", withRoomForTheSeparator, add, lookAtText), 1u);
     // Padding to more than a block's own alignment may have to grow twice; how often is up to the addresses.
     size_t most = 0;
     for (size_t size = 15; size < 4096; size += 255) {

@@ -9,7 +9,6 @@
 namespace {
 
 std::atomic<size_t> count{0};
-std::atomic<bool> failing{false};
 
 }  // namespace
 
@@ -17,12 +16,7 @@ size_t allocationCount() {
     return count;
 }
 
-void failAllocations(bool fail) {
-    failing = fail;
-}
-
 void* operator new(size_t size) {
-    if (failing) throw std::bad_alloc();
     ++count;
     if (void* block = std::malloc(size)) return block;
     throw std::bad_alloc();

@@ -6,7 +6,4 @@
 /// The number of blocks that the process has taken with `new` so far. allocationcount.cpp replaces the operators.
 size_t allocationCount();
 
-/// While set, `new` throws.
-void failAllocations(bool fail);
-
 #endif

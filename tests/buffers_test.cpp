@@ -1,4 +1,4 @@
-// The byte and text buffers: growth to the byte, terminators, separators, and what a failing allocation leaves.
+// The byte and text buffers: growth to the byte, terminators, separators.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -6,9 +6,7 @@
 #include <random>
 #include <string>
 
-#include "own/str2num.h"
 #include "own/textbuffer.h"
-#include "tests/allocationcount.h"
 
 using namespace Zant;
 
@@ -33,26 +31,6 @@ std::string concatenated(Value value) {
     buffer.concat(value);
     EXPECT_EQ(buffer.buffer[buffer.dataSize], 0);
     return content(buffer);
-}
-
-// The buffer after an operation that was refused its memory.
-template <class Operation>
-void expectUntouched(TextBuffer& buffer, Operation operation) {
-    const std::string before(buffer.buffer, buffer.bufferSize);
-    const size_t dataSize = buffer.dataSize;
-    const char* separator = buffer.separator;
-    failAllocations(true);
-    bool thrown = false;
-    try {
-        operation();
-    } catch (const std::bad_alloc&) {
-        thrown = true;
-    }
-    failAllocations(false);
-    EXPECT_TRUE(thrown);
-    EXPECT_EQ(buffer.dataSize, dataSize);
-    EXPECT_EQ(buffer.separator, separator);
-    EXPECT_EQ(std::string(buffer.buffer, buffer.bufferSize), before);
 }
 
 }  // namespace
@@ -231,49 +209,4 @@ TEST(TextBuffer, GrowsAsDefinedWhateverIsAppended) {
             ASSERT_TRUE(terminator == 0 || buffer.buffer[buffer.dataSize] == 0);
         }
     }
-}
-
-TEST(TextBuffer, AllocatesNothingOnceItIsWarm) {
-    TextBuffer buffer;
-    buffer.fit(256);
-    const size_t before = allocationCount();
-    for (int i = 0; i < 10000; ++i) {
-        buffer + "surface";
-        buffer.separator = ",";
-        buffer.concat(i * 0.37);
-        buffer.concat(static_cast<float>(i));
-        buffer.concat(-i);
-        buffer.addQuotedString("name \"x\"", '"');
-        buffer.concat(";");
-        ASSERT_NE(static_cast<const char*>(buffer)[0], 0);
-    }
-    char text[64];
-    for (const double x : {0.1, 1.0 / 3.0, 5e-324, 1.7e308, 123456789.123}) {
-        size_t room = sizeof text;
-        double_2_sci(x, text, room, 15, 5);
-    }
-    EXPECT_EQ(allocationCount(), before);
-    EXPECT_EQ(buffer.bufferSize, 256u);
-}
-
-TEST(TextBuffer, StaysAsItWasWhenMemoryFails) {
-    TextBuffer buffer;
-    buffer.concat("123456789012345");  // fills the first block, terminator included
-    buffer.separator = ", ";
-    expectUntouched(buffer, [&] { buffer.concat("x"); });
-    expectUntouched(buffer, [&] { buffer.concat(0.5); });
-    expectUntouched(buffer, [&] { buffer.concat(5); });
-    expectUntouched(buffer, [&] { buffer.separate(); });
-    expectUntouched(buffer, [&] { buffer + "x"; });
-    expectUntouched(buffer, [&] { buffer += "x"; });
-    expectUntouched(buffer, [&] { buffer.append("xy", 2); });
-    expectUntouched(buffer, [&] { buffer.concatQuotedString("\"\"", '"'); });
-    expectUntouched(buffer, [&] { buffer.fit(17); });
-
-    // A separator that fits in front of an item that does not.
-    TextBuffer tight;
-    tight.concat("1234567890");
-    tight.separator = ",";
-    expectUntouched(tight, [&] { tight + "abcdefgh"; });
-    expectUntouched(tight, [&] { tight += "abcdefgh"; });
 }

@@ -33,7 +33,7 @@ long residentKilobytes() {
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-/// Four kinds of commands in turn: numbers, a list, orientations and symbols, wide text.
+/// Commands with items of every kind, in turn.
 class Sender {
 public:
     explicit Sender(CommandBuffer* buffer) : prototyper(buffer) {}
@@ -48,7 +48,7 @@ public:
 private:
     void sendOne(long i) {
         const double changing = static_cast<double>(i % 100000) / 7;
-        switch (i % 4) {
+        switch (i % 7) {
             case 0:
                 return fg2_gradients(prototyper.protos(), changing, 2);
             case 1:
@@ -56,6 +56,12 @@ private:
                 return objectAdd3_polygon(prototyper.protos(), points, first, second);
             case 2:
                 return objectAdd3_ellipsoid(prototyper.protos(), place, first, second);
+            case 3:
+                return view1_postProcess_filter(prototyper.protos(), numbers);
+            case 4:
+                return lightAdd1_group(prototyper.protos(), symbols);
+            case 5:
+                return animOb3_addAxesKey(prototyper.protos(), "a \"name\"", changing, place.axes);
             default:
                 return about1u(prototyper.protos(), L"sch\x00F6n \x20AC \"quoted\"");
         }
@@ -64,8 +70,10 @@ private:
     Prototyper prototyper;
     const CoordSys place{Vector(1, 2, 3), AxesHpb(0.1, 0.2, 0.3)};
     Vector points[12] = {Vector(1, 2, 3), Vector(0.5, -1e-9, 1e12)};
+    const Double numbers[12] = {1.5, -1e-100};
     Symbol first{*prototyper.buffer, "first"};
     Symbol second{*prototyper.buffer, "second"};
+    const Symbol* symbols[2] = {&first, &second};
 };
 
 struct Encoding {
