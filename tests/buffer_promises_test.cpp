@@ -6,18 +6,12 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "client/encoding/commandbinarybuffer.h"
-#include "client/encoding/commandtextbuffer.h"
 #include "client/encoding/prototyper.h"
 #include "client/symbols/symbol.h"
+#include "tests/commandstest.h"
 #include "tests/failingallocator.h"
-#include "tests/recordingengine.h"
 
 namespace {
-
-using namespace Zant;
-using RecordingEngine::state;
-using RecordingEngine::Texts;
 
 /// Notes every virtual operation that runs, by a letter.
 template <class Buffer>
@@ -25,51 +19,21 @@ class Tracing : public Buffer {
 public:
     using Buffer::addString;
     using Buffer::Buffer;
-    void errorHandle(int code) override {
-        note('!', [&] { Buffer::errorHandle(code); });
-    }
-    void parse() override {
-        note('p', [&] { Buffer::parse(); });
-    }
-    void addEnum(int n, const char* word) override {
-        note('e', [&] { Buffer::addEnum(n, word); });
-    }
-    void addDouble(double v) override {
-        note('d', [&] { Buffer::addDouble(v); });
-    }
-    void addString(const char* s) override {
-        note('s', [&] { Buffer::addString(s); });
-    }
-    void addString(const wchar_t* s) override {
-        note('w', [&] { Buffer::addString(s); });
-    }
-    void addVector(const Vector& v) override {
-        note('v', [&] { Buffer::addVector(v); });
-    }
-    void addAxes(const Axes& a) override {
-        note('a', [&] { Buffer::addAxes(a); });
-    }
-    void addCoordSys(const CoordSys& c) override {
-        note('c', [&] { Buffer::addCoordSys(c); });
-    }
-    void addSymbol(const Symbol& s) override {
-        note('y', [&] { Buffer::addSymbol(s); });
-    }
-    void addVarLenDouble(const VarLenDouble& l) override {
-        note('D', [&] { Buffer::addVarLenDouble(l); });
-    }
-    void addVarLenVector(const VarLenVector& l) override {
-        note('V', [&] { Buffer::addVarLenVector(l); });
-    }
-    void addVarLenAxes(const VarLenAxes& l) override {
-        note('A', [&] { Buffer::addVarLenAxes(l); });
-    }
-    void addVarLenCoordSys(const VarLenCoordSys& l) override {
-        note('C', [&] { Buffer::addVarLenCoordSys(l); });
-    }
-    void addVarLenSymbol(const VarLenSymbol& l) override {
-        note('Y', [&] { Buffer::addVarLenSymbol(l); });
-    }
+    void errorHandle(int code) override { noted('!').Buffer::errorHandle(code); }
+    void parse() override { noted('p').Buffer::parse(); }
+    void addEnum(int n, const char* word) override { noted('e').Buffer::addEnum(n, word); }
+    void addDouble(double v) override { noted('d').Buffer::addDouble(v); }
+    void addString(const char* s) override { noted('s').Buffer::addString(s); }
+    void addString(const wchar_t* s) override { noted('w').Buffer::addString(s); }
+    void addVector(const Vector& v) override { noted('v').Buffer::addVector(v); }
+    void addAxes(const Axes& a) override { noted('a').Buffer::addAxes(a); }
+    void addCoordSys(const CoordSys& c) override { noted('c').Buffer::addCoordSys(c); }
+    void addSymbol(const Symbol& s) override { noted('y').Buffer::addSymbol(s); }
+    void addVarLenDouble(const VarLenDouble& l) override { noted('D').Buffer::addVarLenDouble(l); }
+    void addVarLenVector(const VarLenVector& l) override { noted('V').Buffer::addVarLenVector(l); }
+    void addVarLenAxes(const VarLenAxes& l) override { noted('A').Buffer::addVarLenAxes(l); }
+    void addVarLenCoordSys(const VarLenCoordSys& l) override { noted('C').Buffer::addVarLenCoordSys(l); }
+    void addVarLenSymbol(const VarLenSymbol& l) override { noted('Y').Buffer::addVarLenSymbol(l); }
 
     /// Text that takes that many bytes, past the trace.
     void fill(size_t bytes) { Buffer::addString(std::string(bytes, 'x').c_str()); }
@@ -77,22 +41,10 @@ public:
     std::string trace;
 
 private:
-    template <class Call>
-    void note(char letter, Call call) {
+    Tracing& noted(char letter) {
         trace += letter;
-        call();
+        return *this;
     }
-};
-
-class Offline : public CommandOfflineBuffer {
-public:
-    using CommandOfflineBuffer::CommandOfflineBuffer;
-    void parseOffline(const char* command) override {
-        commands.push_back(command);
-        if (const auto hook = std::exchange(onParse, nullptr)) hook(command);
-    }
-    Texts commands;
-    std::function<void(const char*)> onParse;
 };
 
 class BufferPromises : public RecordingEngine::Test {

@@ -57,15 +57,6 @@ TEST_F(CInterfaceTest, AFailedLoadIsExplicitAllTheSame) {
     EXPECT_EQ(ZantGetLibApiVersion(), 17);
 }
 
-TEST_F(CInterfaceTest, UnloadingDestroysInstancesNewestFirst) {
-    ASSERT_EQ(ZantLibraryLoad(engine("probe").c_str()), 1);
-    ZantLibraryCreateInstance();
-    ZantLibraryCreateInstance();
-    probe().take();
-    ZantLibraryUnload();
-    EXPECT_EQ(probe().take(), Calls({"destroyInstance 2", "destroyInstance 1", "exit"}));
-}
-
 class CInstanceTest : public CInterfaceTest {
 protected:
     void SetUp() override {
@@ -132,13 +123,6 @@ TEST_F(CInstanceTest, AHostFunctionGivesEventsBack) {
     EXPECT_STREQ(probe().sentBack[1].text, "created");
     EXPECT_EQ(probe().sentBackOn[1], 3);
     probe().onSendBack = nullptr;
-}
-
-TEST_F(CInstanceTest, APrototyperComesAndGoes) {
-    ZantDirectPrototyper* const prototyper = ZantCreateDirectProto(instance);
-    ASSERT_NE(prototyper, nullptr);
-    ZantReleaseProto(prototyper);
-    EXPECT_TRUE(probe().calls.empty());
 }
 
 }  // namespace

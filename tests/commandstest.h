@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "client/encoding/commandbinarybuffer.h"
@@ -15,11 +16,16 @@ using RecordingEngine::state;
 using RecordingEngine::Texts;
 using Block = HandmadeBlock;
 
+/// Keeps its commands, and may send more while it is given one.
 class Offline : public CommandOfflineBuffer {
 public:
     using CommandOfflineBuffer::CommandOfflineBuffer;
-    void parseOffline(const char* command) override { commands.push_back(command); }
+    void parseOffline(const char* command) override {
+        commands.push_back(command);
+        if (const auto hook = std::exchange(onParse, nullptr)) hook(command);
+    }
     Texts commands;
+    std::function<void(const char*)> onParse;  ///< called once
 };
 
 /// Keeps every code that is reported, and may answer with a command of its own.

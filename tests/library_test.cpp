@@ -240,19 +240,6 @@ TEST_F(LibraryTest, JoinsFileNamesInOrderAndSkipsNullPieces) {
     EXPECT_EQ(triedName(nullptr, nullptr, nullptr, nullptr), "name.ext");
 }
 
-TEST_F(LibraryTest, LoadsAndUnloadsAThousandTimes) {
-    Library library(engine("probe").c_str());
-    for (int i = 0; i < 1000; ++i) {
-        Instance* const instance = library.createInstance();
-        ASSERT_NE(instance, nullptr);
-        library.releaseInstance(instance);
-        ASSERT_FALSE(library.isLoaded());
-    }
-    EXPECT_EQ(probe().exits.size(), 1000u);
-    EXPECT_EQ(probe().calls.size(), 4000u);
-    EXPECT_FALSE(isOpen(engine("probe")));
-}
-
 // What the library of the process does when the process ends without a word, seen by its calls to the engine.
 using ProcessExitTest = LibraryTest;
 

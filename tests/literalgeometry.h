@@ -206,7 +206,7 @@ class Source {
 public:
     explicit Source(unsigned seed) : generator(seed) {}
 
-    double ordinary(double limit = 10.0) { return std::uniform_real_distribution<double>(-limit, limit)(generator); }
+    double ordinary() { return std::uniform_real_distribution<double>(-10, 10)(generator); }
 
     double any() {
         const double odd[] = {0.0, -0.0, 1.0, -1.0, 1e-310, 1e300, Infinity, NotANumber};
@@ -226,17 +226,6 @@ public:
         ZantAxesCore out = {};
         std::memcpy(out.m, matrix().m, sizeof out.m);
         out.rows = rows;
-        return out;
-    }
-
-    /// Angles within the ranges that a decomposition gives, positive scales.
-    ZantAxesCore angles() {
-        ZantAxesCore out = {};
-        for (int i = 0; i < 3; ++i) {
-            out.m[i] = ordinary(i == 1 ? 1.5 : Pi);
-            out.m[3 + i] = 1.5 + ordinary(1.0);
-        }
-        out.rows = 2;
         return out;
     }
 

@@ -5,25 +5,13 @@
 #include <memory>
 #include <stdexcept>
 
-#include "client/encoding/commandbinarybuffer.h"
-#include "client/encoding/commandtextbuffer.h"
 #include "client/symbols/bitmapsymbol.h"
 #include "client/symbols/mesh.h"
 #include "client/symbols/valuesymbols.h"
 #include "client/symbols/vertexmap.h"
-#include "tests/recordingengine.h"
+#include "tests/commandstest.h"
 
 namespace {
-
-using namespace Zant;
-using RecordingEngine::state;
-using RecordingEngine::Texts;
-
-class Offline : public CommandOfflineBuffer {
-public:
-    void parseOffline(const char* command) override { commands.push_back(command); }
-    Texts commands;
-};
 
 class Symbols : public RecordingEngine::Test {
 protected:

@@ -63,19 +63,6 @@ protected:
     Library library{ZANT_LOOPBACK_DIR};
 };
 
-// First of all tests: nothing may have to be made ready before.
-TEST(ThreadsWithoutEngine, WriteTheFirstNumbersOfTheProcess) {
-    std::string texts[threadCount];
-    onEightThreads([&](size_t i) {
-        char text[30];
-        size_t room = sizeof text;
-        double_2_sci(0.28125 + static_cast<double>(i), text, room, 8, 5);
-        texts[i] = text;
-    });
-    for (size_t i = 0; i < threadCount; ++i)
-        EXPECT_EQ(texts[i], std::to_string(i) + ".28125");
-}
-
 TEST(ThreadsWithoutEngine, HearTheirOwnReasonsForAFailedLoad) {
     onEightThreads([](size_t i) {
         const std::string directory = "/nowhere" + std::to_string(i) + "/";
