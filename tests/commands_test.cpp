@@ -195,6 +195,17 @@ TEST_F(Commands, Lists) {
     expectItem([&](CommandBuffer& b) { b.addVarLenCoordSys(systems); }, "{(0,0,0)@<>,(1,2,3)@<180,0,0>}",
                rem().list().reals({0, 0, 0}).word(0).reals({1, 2, 3}).word(2).reals({pi, 0, 0, 1, 1, 1}).endList());
 
+    std::vector<Double> many(100000, Double(7));
+    std::string text = "{7";
+    Block block = rem().list().number(7);
+    for (size_t i = 1; i < many.size(); ++i) {
+        text += ",7";
+        block.number(7);
+    }
+    expectItem([&](CommandBuffer& b) { b.addVarLenDouble(many); }, text + "}", block.endList());
+}
+
+TEST_F(Commands, SymbolsByNameOrRegisteredWord) {
     Symbol known(offlineBuffer, "known"), unknown(offlineBuffer, "unknown8");
     known.registered = 77;
     const auto addBoth = [&](CommandBuffer& b) {
@@ -205,15 +216,6 @@ TEST_F(Commands, Lists) {
     const Symbol* symbols[] = {&known, &unknown};
     expectItem([&](CommandBuffer& b) { b.addVarLenSymbol(symbols); }, "{known,unknown8}",
                rem().list().word(0).word(77).text("unknown8").endList());
-
-    std::vector<Double> many(100000, Double(7));
-    std::string text = "{7";
-    Block block = rem().list().number(7);
-    for (size_t i = 1; i < many.size(); ++i) {
-        text += ",7";
-        block.number(7);
-    }
-    expectItem([&](CommandBuffer& b) { b.addVarLenDouble(many); }, text + "}", block.endList());
 }
 
 /// Counts its end.

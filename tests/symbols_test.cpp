@@ -125,70 +125,66 @@ TEST_F(Symbols, DefiningCommandsComeBeforeTheLookup) {
     EXPECT_EQ(state.lookups, "s/8/- s/8/- s/8/- s/8/- s/9/- s/6/- ");
 }
 
-TEST_F(Symbols, DirectValuesGoBothWays) {
+/// An engine that keeps the value that is set, and gives it back.
+class DirectValues : public Symbols {
+protected:
+    DirectValues() {
+        state.setValue = [this](void* handle, const ZantParserExchangeBuffer* record) {
+            EXPECT_EQ(handle, &object);
+            held = *record;
+            return 41;
+        };
+        state.getValue = [this](void*, ZantParserExchangeBuffer* record) {
+            EXPECT_EQ(record->type, held.type) << "the expected code goes in";
+            *record = held;
+            return 42;
+        };
+    }
+
+    /// Sets a value through a symbol that is linked to the object, and reads it back.
+    template <class Kind, class Value>
+    void setAndGet(const Value& set, Value& back, int code) {
+        Kind symbol(buffer, "s");
+        symbol.handle = reinterpret_cast<uint64_t>(&object);
+        EXPECT_EQ(symbol.directSet(set), 41);
+        EXPECT_EQ(held.type, code);
+        EXPECT_TRUE(symbol.directGet(back));
+        EXPECT_EQ(symbol.getValue(held), 42);
+        EXPECT_EQ(buffer.errorCode, 0);
+    }
+
     ZantParserExchangeBuffer held{};
-    state.setValue = [&](void* handle, const ZantParserExchangeBuffer* record) {
-        EXPECT_EQ(handle, &object);
-        held = *record;
-        return 41;
-    };
-    state.getValue = [&](void*, ZantParserExchangeBuffer* record) {
-        EXPECT_EQ(record->type, held.type) << "the expected code goes in";
-        *record = held;
-        return 42;
-    };
-    const auto link = [&](Symbol& symbol) { symbol.handle = reinterpret_cast<uint64_t>(&object); };
+};
 
-    DoubleSymbol number(buffer, "n");
-    link(number);
-    Double numberBack(1.0);
-    EXPECT_EQ(number.directSet(2.5), 41);
-    EXPECT_EQ(held.type, 2);
-    EXPECT_TRUE(number.directGet(numberBack));
-    EXPECT_EQ(numberBack.value, 2.5);
-    EXPECT_EQ(number.getValue(held), 42);
+TEST_F(DirectValues, GoBothWays) {
+    Double number(1.0);
+    setAndGet<DoubleSymbol>(Double(2.5), number, 2);
+    EXPECT_EQ(number.value, 2.5);
 
-    StringSymbol string(buffer, "s");
-    link(string);
-    String stringBack;
+    String string;
     DynamicBuffer unused;
-    string.directSet(String("text"));
-    EXPECT_EQ(held.type, 1);
-    EXPECT_TRUE(string.directGet(stringBack));
-    EXPECT_STREQ(stringBack.value, "text");
-    EXPECT_STREQ(string.toString(unused), "text");
+    setAndGet<StringSymbol>(String("text"), string, 1);
+    EXPECT_STREQ(string.value, "text");
+    EXPECT_STREQ(StringSymbol(buffer, "s").toString(unused), "text");
 
-    VectorSymbol vector(buffer, "v");
-    link(vector);
-    Vector vectorBack(7, 8, 9, 10);
-    vector.directSet(Vector(1, 2));
-    EXPECT_EQ(held.type, 3);
-    EXPECT_TRUE(vector.directGet(vectorBack));
-    EXPECT_EQ(vectorBack.count, 2);
+    Vector vector(7, 8, 9, 10);
+    setAndGet<VectorSymbol>(Vector(1, 2), vector, 3);
+    EXPECT_EQ(vector.count, 2);
     const double components[] = {1, 2, 9, 10};
-    EXPECT_TRUE(std::equal(components, components + 4, vectorBack.values)) << "only the components in use";
+    EXPECT_TRUE(std::equal(components, components + 4, vector.values)) << "only the components in use";
 
-    AxesSymbol axes(buffer, "a");
-    link(axes);
-    Axes axesBack;
-    axesBack.m[6] = 5;
-    axes.directSet(AxesHpb(1, 2, 3, 4, 5, 6));
-    EXPECT_EQ(held.type, 4);
-    EXPECT_TRUE(axes.directGet(axesBack));
-    EXPECT_EQ(axesBack.rows, 2);
+    Axes axes;
+    axes.m[6] = 5;
+    setAndGet<AxesSymbol>(Axes(AxesHpb(1, 2, 3, 4, 5, 6)), axes, 4);
+    EXPECT_EQ(axes.rows, 2);
     const double values[] = {1, 2, 3, 4, 5, 6, 5};
-    EXPECT_TRUE(std::equal(values, values + 7, axesBack.m)) << "only the rows in use";
+    EXPECT_TRUE(std::equal(values, values + 7, axes.m)) << "only the rows in use";
 
-    CoordSysSymbol system(buffer, "c");
-    link(system);
-    CoordSys systemBack;
-    system.directSet(CoordSys(Vector(1, 2, 3), AxesHpb(4, 5, 6)));
-    EXPECT_EQ(held.type, 3);
-    EXPECT_TRUE(system.directGet(systemBack));
-    EXPECT_EQ(systemBack.position[2], 3);
-    EXPECT_EQ(systemBack.axes.rows, 2);
-    EXPECT_EQ(systemBack.axes.m[2], 6);
-    EXPECT_EQ(buffer.errorCode, 0);
+    CoordSys system;
+    setAndGet<CoordSysSymbol>(CoordSys(Vector(1, 2, 3), AxesHpb(4, 5, 6)), system, 3);
+    EXPECT_EQ(system.position[2], 3);
+    EXPECT_EQ(system.axes.rows, 2);
+    EXPECT_EQ(system.axes.m[2], 6);
 }
 
 /// Every kind reads, and has to fail.
