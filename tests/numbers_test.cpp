@@ -80,23 +80,15 @@ void checkScientific() {
     const Row rows[] = {
         {0.0, 8, 5, "0"},
         {-0.0, 8, 5, "0"},
-        {2.0, 8, 5, "2"},
-        {0.5, 8, 5, "0.5"},
         {-3.25, 8, 5, "-3.25"},
-        {0.1, 8, 5, "0.1"},
         {1.0 / 3.0, 8, 5, "0.33333333"},
-        {0.123456789, 8, 5, "0.12345678"},
         {1.9999999999, 8, 5, "2"},
-        {123456.7, 8, 5, "123456.7"},
         {1234567.0, 8, 5, "1.234567e6"},
         {1000000.0, 8, 5, "1000000"},
         {10000000.0, 8, 5, "1e7"},
         {0.00001, 8, 5, "0.00001"},
-        {0.000015, 8, 5, "0.000015"},
         {0.00000999, 8, 5, "9.99e-6"},
-        {0.000001, 8, 5, "1e-6"},
         {-15000000000.0, 8, 5, "-1.5e10"},
-        {1e20, 8, 5, "1e20"},
         {1e15, 8, 5, "10e14"},
         {infinity, 8, 5, "0"},
         {-infinity, 8, 5, "-0"},
@@ -104,11 +96,9 @@ void checkScientific() {
         {5e-324, 8, 5, "0e-324"},
         // Digits that a rounded product loses belong to the definition.
         {0.0113, 8, 5, "0.0112"},
-        {0.001001, 8, 5, "0.001"},
         {0.29, 2, 5, "0.28"},
         {123456.7f, 5, 4, "1.23456e5"},
         {3.14159265f, 5, 4, "3.14159"},
-        {0.1f, 5, 4, "0.1"},
         {0.00001f, 5, 4, "10e-6"},
     };
     for (const Row& row : rows)
@@ -229,13 +219,9 @@ TEST(Numbers, AgreeWithTheDefinitionNextToPowersOfTen) {
 }
 
 TEST(Numbers, AreCutWhereTheRoomEnds) {
-    EXPECT_EQ(sci(-12.25, 4, 8, 5), "-12");
     EXPECT_EQ(sci(-12.25, 5, 8, 5), "-12.");
-    EXPECT_EQ(sci(1.5e10, 4, 8, 5), "1.5");
     EXPECT_EQ(sci(1.5e10, 5, 8, 5), "1.5");  // an exponent takes two bytes at least
     EXPECT_EQ(sci(1.5e10, 6, 8, 5), "1.5e1");
-    EXPECT_EQ(sci(1.5e-10, 6, 8, 5), "1.5e-");
-    EXPECT_EQ(sci(0.5, 1, 8, 5), "");
     for (const double x : {0.0, -12.25, 1.5e10, -0.1, 1.0 / 3.0, 999999.99999999, -2.5e-7, infinity}) {
         for (size_t room = 0; room < 24; ++room)
             EXPECT_EQ(differenceToOracle(x, room, 8, 5), "");

@@ -2,7 +2,7 @@
 // meshes with their links.
 #include "client/symbols/symbol.h"
 
-#include <memory>
+#include <algorithm>
 #include <stdexcept>
 
 #include "client/symbols/bitmapsymbol.h"
