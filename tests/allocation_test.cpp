@@ -337,7 +337,7 @@ TEST(Allocation, OfBlocksAndTexts) {
     for (const auto& operation : operations)
         EXPECT_EQ(failEachAllocation(operation.name, full, operation.act, lookAtText), 1u) << operation.name;
     const auto withRoomForTheSeparator = textOf("0123456789");
-    for (void (*add)(TextBuffer&) : {+[](TextBuffer& t) { t + "a long text"; }, +[](TextBuffer& t) { t += "a text"; }})
+    for (void (*add)(TextBuffer&) : {+[](TextBuffer& t) { t + "a long text"; }, +[](TextBuffer& t) { t += "text"; }})
         EXPECT_EQ(failEachAllocation("an item after a separator", withRoomForTheSeparator, add, lookAtText), 1u);
 }
 

@@ -1,7 +1,6 @@
 // Axes in their forms and coordinate systems; what they compute is compared bit by bit with a literal evaluation.
 #include <gtest/gtest.h>
 
-
 #include "client/values/coordsys.h"
 #include "tests/literalgeometry.h"
 

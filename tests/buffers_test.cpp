@@ -96,10 +96,11 @@ TEST(ResizableBuffer, AlignsItsEnd) {
 
 TEST(ResizableBuffer, RefusesWhatNoMemoryHolds) {
     ResizableBuffer buffer;
-    buffer.append('x');
-    EXPECT_THROW(buffer.allocBuffer(SIZE_MAX), std::bad_alloc);
+    buffer.append("xy", 2);
+    for (const size_t size : {SIZE_MAX, SIZE_MAX / 2})
+        EXPECT_THROW(buffer.allocBuffer(size), std::bad_alloc);
     EXPECT_THROW(buffer.fit(SIZE_MAX), std::bad_alloc);
-    EXPECT_EQ(buffer.dataSize, 1u);
+    EXPECT_EQ(buffer.dataSize, 2u);
     EXPECT_EQ(buffer.bufferSize, 16u);
 }
 
