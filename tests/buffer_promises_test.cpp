@@ -123,6 +123,13 @@ void large(CommandBuffer& buffer) {
         buffer.addVector(Vector(i, i, i));
 }
 
+std::function<void(CommandBuffer&)> whole(void (*write)(CommandBuffer&)) {
+    return [write](CommandBuffer& buffer) {
+        write(buffer);
+        buffer.parse();
+    };
+}
+
 /// Sends `outer`; from an event while it is parsed, `nested` through the same buffer; then `outer` again.
 void sendNested(CommandBuffer& buffer, const std::function<void(CommandBuffer&)>& outer,
                 const std::function<void(CommandBuffer&)>& nested) {
@@ -142,12 +149,6 @@ void sendNested(CommandBuffer& buffer, const std::function<void(CommandBuffer&)>
 TEST_F(BufferPromises, AnEventMaySendThroughTheBufferThatIsParsed) {
     const std::string smallBlock = blockOf(small, instance);
     const std::string largeBlock = blockOf(large, instance);
-    const auto whole = [](auto write) {
-        return [write](CommandBuffer& b) {
-            write(b);
-            b.parse();
-        };
-    };
     CommandBinaryBuffer binary(instance);
     for (int round = 0; round < 3; ++round) {
         sendNested(binary, small, whole(large));
@@ -170,7 +171,9 @@ TEST_F(BufferPromises, AnEventMaySendThroughTheBufferThatIsParsed) {
     EXPECT_EQ(texts(), Texts(102, "fg 0.5;"));
     sendNested(text, small, small);
     EXPECT_EQ(texts(), (Texts{"fg 0.5;", "fg 0.5,fg,0.5;"})) << "abandoned: it stays in front of the next one";
+}
 
+TEST_F(BufferPromises, AnOfflineBufferMayBeSentMoreWhileItGivesACommand) {
     Offline offline;
     offline.onParse = [&](const char* command) {
         whole(small)(offline);

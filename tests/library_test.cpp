@@ -121,6 +121,7 @@ TEST_F(LibraryTest, LoadsTheDebugBuildWhenThereIsNoOther) {
     ASSERT_TRUE(library.load(nullptr));
     EXPECT_TRUE(isOpen(engine("debug_only"), "zant3d"));
     EXPECT_STREQ(library.getLoadError(), "");
+    EXPECT_EQ(library.getLibraryDir(), engine("debug_only")) << "kept for the next load";
 }
 
 TEST_F(LibraryTest, LeavesAFileWithoutEntryPointOpenUntilTheNextLoad) {
