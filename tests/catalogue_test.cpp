@@ -119,7 +119,12 @@ TEST(Catalogue, MistakesInTheWholeAreFound) {
     EXPECT_EQ(with("total 1\n  d\n"), "shared:2: a form outside a command");
 }
 
-TEST(Catalogue, TailsThatMultiplyAreStopped) {
+TEST(Catalogue, LongFormsAndTailsThatMultiplyAreStopped) {
+    std::string form = "  after lopt: lightOptions_strings\n presample";
+    for (int words = 1; words <= 64; ++words)
+        form += " d";
+    EXPECT_EQ(check(around(form + "\n")), "group:4: a form of more than 64 words");
+
     std::string chain = "tail q0 = d; i; b; u\n";
     for (int index = 1; index < 30; ++index) {
         const std::string before = "q" + std::to_string(index - 1);
