@@ -13,33 +13,33 @@ namespace {
 
 class BlockLines {
 public:
-    explicit BlockLines(const Command& described) : command(described) {
-        const auto* block = static_cast<const char*>(writer.write(command));
-        for (size_t at = 0; at < writer.size(); at += sizeof(uint64_t)) {
-            words.emplace_back();
-            std::memcpy(&words.back(), block + at, sizeof(uint64_t));
+    explicit BlockLines(const Command& described) : command_(described) {
+        const auto* block = static_cast<const char*>(writer_.write(command_));
+        for (size_t at = 0; at < writer_.size(); at += sizeof(uint64_t)) {
+            words_.emplace_back();
+            std::memcpy(&words_.back(), block + at, sizeof(uint64_t));
         }
     }
 
     std::string write() {
-        line(fmt::format("block of {} bytes", words[0]));
-        line(fmt::format("keyword {}", command.word()));
-        for (size_t place = 0; place < command.values().size(); ++place)
+        line(fmt::format("block of {} bytes", words_[0]));
+        line(fmt::format("keyword {}", command_.word()));
+        for (size_t place = 0; place < command_.values().size(); ++place)
             writeValue(place);
         line("end of the block");
-        if (next != words.size()) throw std::runtime_error("a block is longer than its items");
-        return text;
+        if (next_ != words_.size()) throw std::runtime_error("a block is longer than its items");
+        return text_;
     }
 
 private:
-    void line(const std::string& meaning) { text += fmt::format("{:016x}  {}\n", words.at(next++), meaning); }
+    void line(const std::string& meaning) { text_ += fmt::format("{:016x}  {}\n", words_.at(next_++), meaning); }
 
     void writeValue(size_t place) {
-        const Value& value = command.values()[place];
-        if (value.kind == ValueKind::Keyword) return line(fmt::format("keyword {}", command.keywordText(place)));
+        const Value& value = command_.values()[place];
+        if (value.kind == ValueKind::Keyword) return line(fmt::format("keyword {}", command_.keywordText(place)));
         if (value.isList) {
             line("list");
-            line(fmt::format("{} bytes of items", words[next]));
+            line(fmt::format("{} bytes of items", words_[next_]));
         }
         for (size_t item = 0; item < value.count; ++item)
             writeItem(value, item);
@@ -53,14 +53,14 @@ private:
                 return numbers(1);
             case ValueKind::Vector:
                 line("vector, components");
-                return numbers(command.vector(value, item).count);
+                return numbers(command_.vector(value, item).count);
             case ValueKind::Axes:
-                return axes(command.axes(value, item));
+                return axes(command_.axes(value, item));
             case ValueKind::CoordSys:
                 numbers(3, "  (position)");
-                return axes(command.coordSys(value, item).axes);
+                return axes(command_.coordSys(value, item).axes);
             default:
-                return bytes(command.text(value, item), value.kind == ValueKind::Symbol ? "symbol" : "text");
+                return bytes(command_.text(value, item), value.kind == ValueKind::Symbol ? "symbol" : "text");
         }
     }
 
@@ -72,7 +72,7 @@ private:
     void numbers(int count, const char* role = "") {
         for (int index = 0; index < count; ++index) {
             double number;
-            std::memcpy(&number, &words.at(next), sizeof number);
+            std::memcpy(&number, &words_.at(next_), sizeof number);
             line(fmt::format("  {}{}", number, role));
         }
     }
@@ -85,11 +85,11 @@ private:
             line(fmt::format("  \"{:.8}\"", at < length ? content + at : ""));
     }
 
-    const Command& command;
-    BinaryWriter writer;
-    std::vector<uint64_t> words;
-    size_t next = 0;
-    std::string text;
+    const Command& command_;
+    BinaryWriter writer_;
+    std::vector<uint64_t> words_;
+    size_t next_ = 0;
+    std::string text_;
 };
 
 }  // namespace

@@ -30,30 +30,30 @@ fs::path locate(const std::string& name, const std::string& includer) {
 /// Checks files, and when asked those that they include, then each file once.
 class Checker {
 public:
-    explicit Checker(const CheckOptions& chosen) : options(chosen) {}
+    explicit Checker(const CheckOptions& chosen) : options_(chosen) {}
 
     bool checkAll() {
-        for (const std::string& name : options.files)
+        for (const std::string& name : options_.files)
             checkFile(name);
-        return fine;
+        return fine_;
     }
 
 private:
     void checkFile(const std::string& name) {
         std::error_code ignored;
         const fs::path itself = fs::canonical(name, ignored);
-        if (options.includes && !itself.empty() && !seen.insert(itself).second) return;
-        const size_t outer = std::exchange(mistakes, 0);
-        open.insert(itself);
+        if (options_.includes && !itself.empty() && !seen_.insert(itself).second) return;
+        const size_t outer = std::exchange(mistakes_, 0);
+        open_.insert(itself);
         try {
             CommandFile file(name);
             checkCommands(file);
         } catch (const InputError& error) {
-            fine = false;
-            options.json ? tell(findingAsJson(name, error.what())) : complain(error.what());
+            fine_ = false;
+            options_.json ? tell(findingAsJson(name, error.what())) : complain(error.what());
         }
-        open.erase(itself);
-        mistakes = outer;
+        open_.erase(itself);
+        mistakes_ = outer;
     }
 
     void checkCommands(CommandFile& file) {
@@ -66,20 +66,20 @@ private:
             else
                 checkCommand(file, command);
         }
-        if (!options.json)
-            tell(
-                fmt::format("{}: {}, {}", file.fileName(), counted(commands, "command"), counted(mistakes, "mistake")));
+        if (!options_.json)
+            tell(fmt::format("{}: {}, {}", file.fileName(), counted(commands, "command"),
+                             counted(mistakes_, "mistake")));
     }
 
     void checkCommand(const CommandFile& file, const Command& command) {
-        if (options.symbols) checkSymbols(file, command);
-        if (options.includes && std::string_view(command.word()) == "include") follow(command, file.fileName());
+        if (options_.symbols) checkSymbols(file, command);
+        if (options_.includes && std::string_view(command.word()) == "include") follow(command, file.fileName());
     }
 
     void checkSymbols(const CommandFile& file, const Command& command) {
-        for (const SymbolTable::Finding& finding : symbols.check(command))
+        for (const SymbolTable::Finding& finding : symbols_.check(command))
             tell(file.fileName(), file.inFile(finding.in(command)));
-        symbols.follow(command, file.fileName() + ", " + file.whereIs(command));
+        symbols_.follow(command, file.fileName() + ", " + file.whereIs(command));
     }
 
     void follow(const Command& command, const std::string& includer) {
@@ -90,24 +90,24 @@ private:
         // Devices and pipes may have no end; the engine does not read them either.
         if (failure || !fs::is_regular_file(file, failure))
             return tell(includer, {command.position, "cannot read the file '" + name + "'", ""});
-        if (open.count(file)) return tell(includer, {command.position, "the file '" + name + "' includes itself", ""});
-        if (open.size() > deepest) return tell(includer, {command.position, "files are included too deeply", ""});
+        if (open_.count(file)) return tell(includer, {command.position, "the file '" + name + "' includes itself", ""});
+        if (open_.size() > deepest) return tell(includer, {command.position, "files are included too deeply", ""});
         checkFile(path.string());
     }
 
     void tell(const std::string& file, const Diagnostic& diagnostic) {
-        fine = false;
-        ++mistakes;
-        tell(options.json ? findingAsJson(file, diagnostic) : diagnostic.describe(file.c_str()));
+        fine_ = false;
+        ++mistakes_;
+        tell(options_.json ? findingAsJson(file, diagnostic) : diagnostic.describe(file.c_str()));
     }
     static void tell(const std::string& line) { fmt::print("{}\n", shown(line)); }
 
-    const CheckOptions& options;
-    bool fine = true;
-    size_t mistakes = 0;      // of the file that is being checked
-    std::set<fs::path> open;  // files that are being checked, one inside the other
-    std::set<fs::path> seen;  // files that have been checked
-    SymbolTable symbols;      // of all files: they are meant to run one after the other
+    const CheckOptions& options_;
+    bool fine_ = true;
+    size_t mistakes_ = 0;      // of the file that is being checked
+    std::set<fs::path> open_;  // files that are being checked, one inside the other
+    std::set<fs::path> seen_;  // files that have been checked
+    SymbolTable symbols_;      // of all files: they are meant to run one after the other
 };
 
 }  // namespace

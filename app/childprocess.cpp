@@ -93,44 +93,44 @@ public:
 
     /// What is there; afterwards the pipe is not asked again if it has ended.
     std::string_view read() {
-        const ssize_t count = ::read(from.fd, piece.data(), piece.size());
+        const ssize_t count = ::read(from.fd, piece_.data(), piece_.size());
         if (count == 0) from.fd = -1;
-        return {piece.data(), count > 0 ? static_cast<size_t>(count) : 0};
+        return {piece_.data(), count > 0 ? static_cast<size_t>(count) : 0};
     }
 
     pollfd from;
 
 private:
-    std::vector<char> piece = std::vector<char>(pieceSize);
+    std::vector<char> piece_ = std::vector<char>(pieceSize);
 };
 
 /// What the child says, and where it is.
 class Listener {
 public:
-    Listener(Pipe& text, Pipe& words, const TakeOutput& taker) : said(text), told(words), output(taker) {}
+    Listener(Pipe& text, Pipe& words, const TakeOutput& taker) : said_(text), told_(words), output_(taker) {}
 
     void listen(int milliseconds) {
-        pollfd both[] = {said.from, told.from};
+        pollfd both[] = {said_.from, told_.from};
         poll(both, 2, milliseconds);
-        if (const std::string_view piece = said.read(); !piece.empty()) output(piece);
-        takeWords(told.read());
+        if (const std::string_view piece = said_.read(); !piece.empty()) output_(piece);
+        takeWords(told_.read());
     }
 
-    const std::string& lastWord() const { return word; }
+    const std::string& lastWord() const { return word_; }
 
 private:
     void takeWords(std::string_view piece) {
         for (const char c : piece) {
             if (c == '\n')
-                word = std::exchange(unfinished, {});
-            else if (unfinished.size() < 256)
-                unfinished += c;
+                word_ = std::exchange(unfinished_, {});
+            else if (unfinished_.size() < 256)
+                unfinished_ += c;
         }
     }
 
-    Reader said, told;
-    const TakeOutput& output;
-    std::string word, unfinished;
+    Reader said_, told_;
+    const TakeOutput& output_;
+    std::string word_, unfinished_;
 };
 
 /// Waits for the child's end, or brings it about. @return whether it ended by itself.

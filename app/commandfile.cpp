@@ -4,42 +4,42 @@
 
 namespace Zant::App {
 
-CommandFile::CommandFile(const std::string& fileName) : input(fileName), blockFile(input) {
-    if (input.encoding() == InputFile::Encoding::Text)
-        text = std::make_unique<TextReader>(static_cast<TextSource&>(input));
+CommandFile::CommandFile(const std::string& fileName) : input_(fileName), blockFile_(input_) {
+    if (input_.encoding() == InputFile::Encoding::Text)
+        text_ = std::make_unique<TextReader>(static_cast<TextSource&>(input_));
 }
 
 ReadResult CommandFile::next(Command& command) {
-    if (ended) return ReadResult::End;
-    if (input.encoding() == InputFile::Encoding::Blocks) return nextBlock(command);
-    if (input.encoding() == InputFile::Encoding::Wide) {
-        ended = true;
-        failure = input.wideText();
+    if (ended_) return ReadResult::End;
+    if (input_.encoding() == InputFile::Encoding::Blocks) return nextBlock(command);
+    if (input_.encoding() == InputFile::Encoding::Wide) {
+        ended_ = true;
+        failure_ = input_.wideText();
         return ReadResult::Error;
     }
-    const ReadResult result = text->next(command);
-    if (result == ReadResult::Error) failure = text->diagnostic();
+    const ReadResult result = text_->next(command);
+    if (result == ReadResult::Error) failure_ = text_->diagnostic();
     return result;
 }
 
 ReadResult CommandFile::nextBlock(Command& command) {
-    ReadResult result = blockFile.next();
-    if (result == ReadResult::Error) failure = blockFile.diagnostic();
+    ReadResult result = blockFile_.next();
+    if (result == ReadResult::Error) failure_ = blockFile_.diagnostic();
     if (result != ReadResult::Command) return result;
-    result = blocks.read(blockFile.block().data(), blockFile.block().size(), command);
+    result = blocks_.read(blockFile_.block().data(), blockFile_.block().size(), command);
     if (result == ReadResult::Command) return result;
-    failure =
-        inFile(result == ReadResult::End ? Diagnostic{{}, "the block holds no command", ""} : blocks.diagnostic());
+    failure_ =
+        inFile(result == ReadResult::End ? Diagnostic{{}, "the block holds no command", ""} : blocks_.diagnostic());
     return ReadResult::Error;
 }
 
 Diagnostic CommandFile::inFile(Diagnostic mistake) const {
-    if (!text) mistake.position.offset += blockFile.start();
+    if (!text_) mistake.position.offset += blockFile_.start();
     return mistake;
 }
 
 std::string CommandFile::whereIs(const Command& command) const {
-    return text ? fmt::format("line {}", command.position.line) : fmt::format("byte {}", blockFile.start());
+    return text_ ? fmt::format("line {}", command.position.line) : fmt::format("byte {}", blockFile_.start());
 }
 
 }  // namespace Zant::App

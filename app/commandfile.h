@@ -20,23 +20,23 @@ public:
     ReadResult next(Command& command);
 
     /// The reason of the last error, and the same on one line, with the file's name and the position.
-    const Diagnostic& diagnostic() const { return failure; }
-    std::string describeError() const { return failure.describe(fileName().c_str()); }
+    const Diagnostic& diagnostic() const { return failure_; }
+    std::string describeError() const { return failure_.describe(fileName().c_str()); }
     /// A mistake in the last command that the caller has found, with its place in the file.
     Diagnostic inFile(Diagnostic mistake) const;
     /// Where the last command stands: "line 12", or "byte 64" of a file of blocks.
     std::string whereIs(const Command& command) const;
-    const std::string& fileName() const { return input.name(); }
+    const std::string& fileName() const { return input_.name(); }
 
 private:
     ReadResult nextBlock(Command& command);
 
-    InputFile input;
-    std::unique_ptr<TextReader> text;
-    BlockFile blockFile;
-    BinaryReader blocks;
-    bool ended = false;
-    Diagnostic failure;
+    InputFile input_;
+    std::unique_ptr<TextReader> text_;
+    BlockFile blockFile_;
+    BinaryReader blocks_;
+    bool ended_ = false;
+    Diagnostic failure_;
 };
 
 }  // namespace Zant::App

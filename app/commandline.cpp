@@ -32,10 +32,10 @@ private:
     template <class Options>
     std::pair<CLI::App*, std::shared_ptr<Options>> add(const char* name, const char* description,
                                                        int (*work)(const Options&)) {
-        CLI::App* command = program.add_subcommand(name, description);
+        CLI::App* command = program_.add_subcommand(name, description);
         command->footer(exitCodes);
         const auto options = std::make_shared<Options>();
-        command->callback([this, options, work] { exitCode = work(*options); });
+        command->callback([this, options, work] { exitCode_ = work(*options); });
         return {command, options};
     }
     void addRun();
@@ -53,8 +53,8 @@ private:
     int explainUsage(const CLI::ParseError& error) const;
     ProgramHelp help() const;
 
-    CLI::App program{"Drives a Zant engine from the command line.", "zant"};
-    int exitCode = Fine;
+    CLI::App program_{"Drives a Zant engine from the command line.", "zant"};
+    int exitCode_ = Fine;
 };
 
 // ---- Options that several subcommands have ----
@@ -78,9 +78,9 @@ void addTimeLimit(CLI::App* command, int& seconds, const char* description) {
 // ---- The subcommands ----
 
 CommandLine::CommandLine() {
-    program.set_version_flag("--version", ZANT_VERSION);
-    program.require_subcommand(1);
-    program.footer(exitCodes);
+    program_.set_version_flag("--version", ZANT_VERSION);
+    program_.require_subcommand(1);
+    program_.footer(exitCodes);
     addRun();
     addCheck();
     addConvert();
@@ -185,7 +185,7 @@ void CommandLine::addReference() {
 }
 
 void CommandLine::addDescribe() {
-    auto* command = program.add_subcommand("describe", "Write the manual page, or the completion of a shell");
+    auto* command = program_.add_subcommand("describe", "Write the manual page, or the completion of a shell");
     command->group("");  // for the build, which installs both
     const auto what = std::make_shared<std::string>();
     command->add_option("WHAT", *what)->required()->check(CLI::IsMember({"manual", "bash"}));
@@ -195,7 +195,7 @@ void CommandLine::addDescribe() {
 // ---- Running ----
 
 bool CommandLine::isSubcommand(const std::string& word) const {
-    for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; }))
+    for (const CLI::App* command : program_.get_subcommands([](const CLI::App*) { return true; }))
         if (command->check_name(word)) return true;
     return false;
 }
@@ -203,7 +203,7 @@ bool CommandLine::isSubcommand(const std::string& word) const {
 /// Help and version go to standard output, what is wrong with the usage to standard error.
 int CommandLine::explainUsage(const CLI::ParseError& error) const {
     std::ostringstream help, wrong;
-    const int code = program.exit(error, help, wrong);
+    const int code = program_.exit(error, help, wrong);
     std::fputs(help.str().c_str(), stdout);
     std::fputs(shown(wrong.str(), "\n").c_str(), stderr);
     return code == 0 ? Fine : WrongUsage;
@@ -215,11 +215,11 @@ int CommandLine::run(int argc, char** argv) {
         return WrongUsage;
     }
     try {
-        program.parse(argc, argv);
+        program_.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return explainUsage(error);
     }
-    return exitCode;
+    return exitCode_;
 }
 
 // ---- What help says, without the library that parses ----
@@ -255,9 +255,9 @@ std::vector<OptionHelp> optionsOf(const CLI::App& command, bool positional) {
 }
 
 ProgramHelp CommandLine::help() const {
-    ProgramHelp help{optionsOf(program, false), {}, exitCodes};
+    ProgramHelp help{optionsOf(program_, false), {}, exitCodes};
     const auto isShown = [](const CLI::App* command) { return !command->get_group().empty(); };
-    for (const CLI::App* command : program.get_subcommands(isShown))
+    for (const CLI::App* command : program_.get_subcommands(isShown))
         help.commands.push_back(
             {command->get_name(), command->get_description(), optionsOf(*command, false), optionsOf(*command, true)});
     return help;

@@ -30,9 +30,9 @@ struct Changes {
 class Converter {
 public:
     explicit Converter(const ConvertOptions& options)
-        : out(options.output),
-          binary(options.encoding == "binary"),
-          text(options.encoding == "quick" ? TextWriter::Form::Quick : TextWriter::Form::Plain) {}
+        : out_(options.output),
+          binary_(options.encoding == "binary"),
+          text_(options.encoding == "quick" ? TextWriter::Form::Quick : TextWriter::Form::Plain) {}
 
     /// A mistake is told and left out; the commands around it are converted.
     bool convertFile(const std::string& name) {
@@ -49,32 +49,32 @@ public:
             complain(file.describeError());
         }
         if (changes.count != 0) changes.tell(file.fileName());
-        exact &= changes.count == 0;
+        exact_ &= changes.count == 0;
         return fine;
     }
-    void end(bool complete) { complete ? out.finish() : out.giveUp(); }
+    void end(bool complete) { complete ? out_.finish() : out_.giveUp(); }
 
     /// Whether the encoding could hold every number so far.
-    bool isExact() const { return exact; }
+    bool isExact() const { return exact_; }
 
 private:
     /// @return how many numbers of the command the encoding cannot hold
     size_t write(const Command& command) {
-        if (binary) {
-            const auto* data = static_cast<const char*>(block.write(command));
-            out.write({data, block.size()});
+        if (binary_) {
+            const auto* data = static_cast<const char*>(block_.write(command));
+            out_.write({data, block_.size()});
             return 0;
         }
-        out.write(text.write(command));
-        out.write("\n");
-        return text.changedNumbers();
+        out_.write(text_.write(command));
+        out_.write("\n");
+        return text_.changedNumbers();
     }
 
-    OutputFile out;
-    bool binary;
-    bool exact = true;
-    TextWriter text;
-    BinaryWriter block;
+    OutputFile out_;
+    bool binary_;
+    bool exact_ = true;
+    TextWriter text_;
+    BinaryWriter block_;
 };
 
 }  // namespace

@@ -20,7 +20,7 @@ std::string declaredBy(const std::string& line) {
 
 }  // namespace
 
-Declarations::Declarations(const std::string& header) : file(header) {
+Declarations::Declarations(const std::string& header) : file_(header) {
     std::ifstream input(header);
     if (!input) throw InputError(header + ": " + std::strerror(errno));
     std::string line, name, text;
@@ -29,16 +29,16 @@ Declarations::Declarations(const std::string& header) : file(header) {
         if (name.empty()) continue;
         text += (text.empty() ? "" : "\n") + line;
         if (line.back() != ';') continue;
-        byName.emplace(std::move(name), std::move(text));
+        byName_.emplace(std::move(name), std::move(text));
         name.clear();
         text.clear();
     }
-    if (byName.empty()) throw InputError(header + ": declares no typed function");
+    if (byName_.empty()) throw InputError(header + ": declares no typed function");
 }
 
 const std::string& Declarations::of(const std::string& function) const {
-    const auto place = byName.find(function);
-    if (place == byName.end()) throw InputError(file + ": does not declare " + function);
+    const auto place = byName_.find(function);
+    if (place == byName_.end()) throw InputError(file_ + ": does not declare " + function);
     return place->second;
 }
 

@@ -15,14 +15,14 @@ public:
     /// @throws InputError when the file cannot be read, or declares nothing
     explicit Declarations(const std::string& header);
 
-    bool empty() const { return byName.empty(); }
+    bool empty() const { return byName_.empty(); }
     /// @return the declaration with its semicolon, on as many lines as it has in the header
     /// @throws InputError when the header does not declare the function
     const std::string& of(const std::string& function) const;
 
 private:
-    std::string file;
-    std::map<std::string, std::string> byName;
+    std::string file_;
+    std::map<std::string, std::string> byName_;
 };
 
 }  // namespace Zant::App

@@ -36,48 +36,48 @@ std::string show(const Command& command, const Value& value, size_t item) {
 /// Shows commands one after the other, each with its items on lines of their own.
 class Decoder {
 public:
-    explicit Decoder(const DecodeOptions& options) : out(options.output) {}
+    explicit Decoder(const DecodeOptions& options) : out_(options.output) {}
 
     bool decodeFile(const std::string& name) {
         CommandFile file(name);
         bool fine = true;
-        for (ReadResult result; (result = file.next(command)) != ReadResult::End;) {
+        for (ReadResult result; (result = file.next(command_)) != ReadResult::End;) {
             if (result == ReadResult::Command) {
-                showCommand(file.whereIs(command));
+                showCommand(file.whereIs(command_));
                 continue;
             }
             fine = false;
-            out.print("{}\n", shown(file.describeError()));
+            out_.print("{}\n", shown(file.describeError()));
         }
         return fine;
     }
-    void end(bool complete) { complete ? out.finish() : out.giveUp(); }
+    void end(bool complete) { complete ? out_.finish() : out_.giveUp(); }
 
 private:
     void showCommand(const std::string& where) {
-        out.print("{}: {}\n", where, shown(writer.write(command)));
-        showItem("function", command.form->function);
-        for (size_t place = 0; place < command.values().size(); ++place)
+        out_.print("{}: {}\n", where, shown(writer_.write(command_)));
+        showItem("function", command_.form->function);
+        for (size_t place = 0; place < command_.values().size(); ++place)
             showValue(place);
     }
 
     void showValue(size_t place) {
-        const FormToken& token = command.form->tokens[place];
-        const Value& value = command.values()[place];
+        const FormToken& token = command_.form->tokens[place];
+        const Value& value = command_.values()[place];
         const char* kind = kindRow(token.kind).name;
         if (token.kind == ArgumentKind::Keyword)
             return showItem(kind,
-                            fmt::format("{} (number {})", command.keywordText(place), command.keywordNumber(place)));
+                            fmt::format("{} (number {})", command_.keywordText(place), command_.keywordNumber(place)));
         if (value.isList) showItem(kind, counted(value.count, "item"));
         for (size_t item = 0; item < value.count; ++item)
-            showItem(value.isList ? "" : kind, shown(show(command, value, item)));
+            showItem(value.isList ? "" : kind, shown(show(command_, value, item)));
     }
 
-    void showItem(const char* kind, const std::string& content) { out.print("    {:<26} {}\n", kind, content); }
+    void showItem(const char* kind, const std::string& content) { out_.print("    {:<26} {}\n", kind, content); }
 
-    OutputFile out;
-    Command command;
-    TextWriter writer;
+    OutputFile out_;
+    Command command_;
+    TextWriter writer_;
 };
 
 }  // namespace

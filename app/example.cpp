@@ -63,10 +63,10 @@ void readExample(const char* text, const Form& form, Command& example) {
 /// Values by kind and place: the first number of a command is always the same, and so is the second.
 class Values {
 public:
-    Values(const Form& form, Command& example) : command(example), word(commandWord(form)) {}
+    Values(const Form& form, Command& example) : command_(example), word_(commandWord(form)) {}
 
     void add(const FormToken& token) {
-        command.beginValue(token.kind, 0);
+        command_.beginValue(token.kind, 0);
         if (token.kind == ArgumentKind::Keyword) return;
         const int items = token.kind == ArgumentKind::DoubleList ? 3 : isListPlace(token.kind) ? 2 : 1;
         for (int item = 0; item < items; ++item)
@@ -83,17 +83,17 @@ private:
     void addItem(ArgumentKind kind) {
         switch (valueKindOf(kind)) {
             case ValueKind::Number:
-                return command.addNumber(number(kind));
+                return command_.addNumber(number(kind));
             case ValueKind::String:
-                return command.addText(named("text"));
+                return command_.addText(named("text"));
             case ValueKind::Vector:
-                return command.addVector(vector());
+                return command_.addVector(vector());
             case ValueKind::Axes:
-                return command.addAxes(quarterTurn);
+                return command_.addAxes(quarterTurn_);
             case ValueKind::CoordSys:
-                return command.addCoordSys(CoordSys(vector(), quarterTurn));
+                return command_.addCoordSys(CoordSys(vector(), quarterTurn_));
             default:
-                return command.addText(symbolName(kind));
+                return command_.addText(symbolName(kind));
         }
     }
 
@@ -101,20 +101,20 @@ private:
         static constexpr double fractions[] = {0.5, 2, 0.25, 1.5, 4, 0.75, 3, 0.1};
         static constexpr double integers[] = {2, 4, 1, 8, 3, 16, 5, 32};
         if (kind == ArgumentKind::Bool) return 1;
-        if (kind == ArgumentKind::DoubleList) return numbers++;
+        if (kind == ArgumentKind::DoubleList) return numbers_++;
         const bool fraction = kind == ArgumentKind::Double;
-        return fraction ? fractions[numbers++ % 8] : integers[numbers++ % 8];
+        return fraction ? fractions[numbers_++ % 8] : integers[numbers_++ % 8];
     }
 
     Vector vector() {
         static const Vector samples[] = {{1, 0.5, 0.25}, {0, 2, 0}, {0.5, 0.5, 1}, {3, 0, -1}};
-        return samples[vectors++ % 4];
+        return samples[vectors_++ % 4];
     }
 
     std::string symbolName(ArgumentKind kind) {
         switch (kind) {
             case ArgumentKind::NewSymbol:
-                return named("my" + word);
+                return named("my" + word_);
             case ArgumentKind::BitmapSymbol:
                 return named("bitmap");
             case ArgumentKind::MeshSymbol:
@@ -127,32 +127,32 @@ private:
     }
 
     std::string named(const std::string& name) {
-        const auto uses = static_cast<size_t>(std::count(names.begin(), names.end(), name));
-        names.push_back(name);
+        const auto uses = static_cast<size_t>(std::count(names_.begin(), names_.end(), name));
+        names_.push_back(name);
         return uses == 0 ? name : name + std::to_string(uses + 1);
     }
 
-    Command& command;
-    std::string word;
-    int numbers = 0;
-    int vectors = 0;
-    std::vector<std::string> names;
-    const AxesHpb quarterTurn{1.5707963267948966, 0, 0};
+    Command& command_;
+    std::string word_;
+    int numbers_ = 0;
+    int vectors_ = 0;
+    std::vector<std::string> names_;
+    const AxesHpb quarterTurn_{1.5707963267948966, 0, 0};
 };
 
 /// Writes a command in C++, piece by piece.
 class Statements {
 public:
-    explicit Statements(const Command& described) : command(described) {}
+    explicit Statements(const Command& described) : command_(described) {}
 
     std::string write() {
-        for (size_t place = 0; place < command.values().size(); ++place) {
-            const ArgumentKind kind = command.form->tokens[place].kind;
+        for (size_t place = 0; place < command_.values().size(); ++place) {
+            const ArgumentKind kind = command_.form->tokens[place].kind;
             if (kind == ArgumentKind::Keyword) continue;
-            const Value& value = command.values()[place];
-            arguments.push_back(value.isList ? list(kind, value) : item(kind, value, 0));
+            const Value& value = command_.values()[place];
+            arguments_.push_back(value.isList ? list(kind, value) : item(kind, value, 0));
         }
-        return declarations + call();
+        return declarations_ + call();
     }
 
 private:
@@ -161,17 +161,17 @@ private:
     std::string item(ArgumentKind kind, const Value& value, size_t index) {
         switch (value.kind) {
             case ValueKind::Number:
-                return number(kind, command.number(value, index));
+                return number(kind, command_.number(value, index));
             case ValueKind::String:
-                return quoted(command.text(value, index));
+                return quoted(command_.text(value, index));
             case ValueKind::Vector:
-                return vector(command.vector(value, index));
+                return vector(command_.vector(value, index));
             case ValueKind::Axes:
-                return axes(command.axes(value, index));
+                return axes(command_.axes(value, index));
             case ValueKind::CoordSys:
-                return coordSys(command.coordSys(value, index));
+                return coordSys(command_.coordSys(value, index));
             default:
-                return symbol(kind, command.text(value, index));
+                return symbol(kind, command_.text(value, index));
         }
     }
 
@@ -207,29 +207,29 @@ private:
     }
 
     std::string symbol(ArgumentKind kind, const std::string& name) {
-        if (!declared.insert(name).second) return name;
+        if (!declared_.insert(name).second) return name;
         switch (kind) {
             case ArgumentKind::BitmapSymbol:
-                declarations += fmt::format("BitmapSymbol {0}(*proto.buffer, 8, 8, PixelCharRgba, \"{0}\");\n", name);
+                declarations_ += fmt::format("BitmapSymbol {0}(*proto.buffer, 8, 8, PixelCharRgba, \"{0}\");\n", name);
                 break;
             case ArgumentKind::MeshSymbol:
-                declarations += fmt::format("MeshSymbol {0}(*proto.buffer, \"{0}\");\n{0}.registerSymbol();\n", name);
+                declarations_ += fmt::format("MeshSymbol {0}(*proto.buffer, \"{0}\");\n{0}.registerSymbol();\n", name);
                 break;
             case ArgumentKind::VertexMapSymbol:
-                declarations +=
+                declarations_ +=
                     fmt::format("VertexMapSymbol {0}(*proto.buffer, \"{0}\");\n{0}.registerSymbol({1}, 16, 1);\n", name,
                                 dimension());
                 break;
             default:
-                declarations += fmt::format("Symbol {0}(*proto.buffer, \"{0}\");\n", name);
+                declarations_ += fmt::format("Symbol {0}(*proto.buffer, \"{0}\");\n", name);
         }
         return name;
     }
 
     // Rows of a vertex map are as long as the vectors that the command sends.
     int dimension() const {
-        for (const Value& value : command.values())
-            if (value.kind == ValueKind::Vector) return command.vector(value).count;
+        for (const Value& value : command_.values())
+            if (value.kind == ValueKind::Vector) return command_.vector(value).count;
         return 3;
     }
 
@@ -257,17 +257,17 @@ private:
             items.push_back((kind == ArgumentKind::SymbolList ? "&" : "") + item(kind, value, index));
         const ListWords words = wordsFor(kind);
         std::string name = words.name;
-        for (int number = 2; !declared.insert(name).second; ++number)
+        for (int number = 2; !declared_.insert(name).second; ++number)
             name = words.name + std::to_string(number);
-        append(fmt::format("const {} {}[] = {{", words.item, name), items, "};\n", declarations);
+        append(fmt::format("const {} {}[] = {{", words.item, name), items, "};\n", declarations_);
         return name;
     }
 
     std::string call() const {
         std::vector<std::string> all = {"proto.protos()"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
+        all.insert(all.end(), arguments_.begin(), arguments_.end());
         std::string text;
-        append(std::string(command.form->function) + "(", all, ");\n", text);
+        append(std::string(command_.form->function) + "(", all, ");\n", text);
         return text;
     }
 
@@ -286,10 +286,10 @@ private:
         text += after;
     }
 
-    const Command& command;
-    std::string declarations;
-    std::vector<std::string> arguments;
-    std::set<std::string> declared;
+    const Command& command_;
+    std::string declarations_;
+    std::vector<std::string> arguments_;
+    std::set<std::string> declared_;
 };
 
 }  // namespace

@@ -58,63 +58,63 @@ bool isBlock(std::string_view head) {
 }  // namespace
 
 InputFile::InputFile(const std::string& fileName)
-    : shownName(fileName == "-" ? "standard input" : fileName),
-      file(fileName == "-" ? stdin : std::fopen(fileName.c_str(), "rb")) {
-    if (!file) throw InputError(fmt::format("{}: {}", shownName, std::strerror(errno)));
-    head.resize(wordSize);
-    head.resize(std::fread(head.data(), 1, wordSize, file.get()));
-    if (std::ferror(file.get())) throw InputError(fmt::format("{}: {}", shownName, std::strerror(errno)));
-    wideName = wideNameOf(head);
-    found = wideName ? Encoding::Wide : isBlock(head) ? Encoding::Blocks : Encoding::Text;
-    progress.start(shown(shownName), fileSize(file.get()));
+    : shownName_(fileName == "-" ? "standard input" : fileName),
+      file_(fileName == "-" ? stdin : std::fopen(fileName.c_str(), "rb")) {
+    if (!file_) throw InputError(fmt::format("{}: {}", shownName_, std::strerror(errno)));
+    head_.resize(wordSize);
+    head_.resize(std::fread(head_.data(), 1, wordSize, file_.get()));
+    if (std::ferror(file_.get())) throw InputError(fmt::format("{}: {}", shownName_, std::strerror(errno)));
+    wideName_ = wideNameOf(head_);
+    found_ = wideName_ ? Encoding::Wide : isBlock(head_) ? Encoding::Blocks : Encoding::Text;
+    progress_.start(shown(shownName_), fileSize(file_.get()));
 }
 
 InputFile::~InputFile() {
-    progress.finish();
+    progress_.finish();
 }
 
 Diagnostic InputFile::wideText() const {
-    return {{0, 1, 1}, fmt::format("this is text in {}; command text is UTF-8", wideName), ""};
+    return {{0, 1, 1}, fmt::format("this is text in {}; command text is UTF-8", wideName_), ""};
 }
 
 size_t InputFile::read(char* into, size_t room) {
-    if (!head.empty()) {
-        const size_t given = std::min(room, head.size());
-        std::memcpy(into, head.data(), given);
-        head.erase(0, given);
+    if (!head_.empty()) {
+        const size_t given = std::min(room, head_.size());
+        std::memcpy(into, head_.data(), given);
+        head_.erase(0, given);
         return given;
     }
-    const size_t count = std::fread(into, 1, room, file.get());
-    progress.advance(count);
-    if (count == 0 && std::ferror(file.get())) throw InputError(shownName + ": cannot be read to its end");
+    const size_t count = std::fread(into, 1, room, file_.get());
+    progress_.advance(count);
+    if (count == 0 && std::ferror(file_.get())) throw InputError(shownName_ + ": cannot be read to its end");
     return count;
 }
 
 ReadResult BlockFile::fail(const char* message) {
-    failure = {{blockStart, 0, 0}, message, ""};
+    failure_ = {{blockStart_, 0, 0}, message, ""};
     return ReadResult::Error;
 }
 
 ReadResult BlockFile::next() {
-    if (ended) return ReadResult::End;
-    blockStart = blockEnd;
-    bytes.resize(wordSize);
-    bytes.resize(input.read(bytes.data(), wordSize));
-    if (bytes.empty()) return ReadResult::End;
-    const uint64_t length = bytes.size() == wordSize ? wordAt(bytes.data()) : 0;
-    ended = !isLength(length) || length > largestBlock;
-    if (ended) return fail("no block begins here: its first word is not a length");
+    if (ended_) return ReadResult::End;
+    blockStart_ = blockEnd_;
+    bytes_.resize(wordSize);
+    bytes_.resize(input_.read(bytes_.data(), wordSize));
+    if (bytes_.empty()) return ReadResult::End;
+    const uint64_t length = bytes_.size() == wordSize ? wordAt(bytes_.data()) : 0;
+    ended_ = !isLength(length) || length > largestBlock;
+    if (ended_) return fail("no block begins here: its first word is not a length");
     // Grown by what is really there, so that a false length asks for no memory.
-    while (bytes.size() < length) {
-        const size_t old = bytes.size();
-        bytes.resize(old + std::min<size_t>(static_cast<size_t>(length) - old, 1 << 20));
-        const size_t count = input.read(bytes.data() + old, bytes.size() - old);
-        bytes.resize(old + count);
-        ended = count == 0;
-        if (ended) return fail("the block is cut off");
+    while (bytes_.size() < length) {
+        const size_t old = bytes_.size();
+        bytes_.resize(old + std::min<size_t>(static_cast<size_t>(length) - old, 1 << 20));
+        const size_t count = input_.read(bytes_.data() + old, bytes_.size() - old);
+        bytes_.resize(old + count);
+        ended_ = count == 0;
+        if (ended_) return fail("the block is cut off");
     }
-    blockEnd = blockStart + bytes.size();
-    const bool whole = wordAt(bytes.data() + bytes.size() - wordSize) == endMarker;
+    blockEnd_ = blockStart_ + bytes_.size();
+    const bool whole = wordAt(bytes_.data() + bytes_.size() - wordSize) == endMarker;
     return whole ? ReadResult::Command : fail("the block has no end");
 }
 

@@ -35,8 +35,8 @@ public:
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    const std::string& name() const { return shownName; }
-    Encoding encoding() const { return found; }
+    const std::string& name() const { return shownName_; }
+    Encoding encoding() const { return found_; }
     /// What is wrong with wide text, at its first byte.
     Diagnostic wideText() const;
 
@@ -44,38 +44,38 @@ public:
     size_t read(char* into, size_t room) override;
 
 private:
-    std::string shownName;
-    FilePointer file;
-    std::string head;  // read to tell the encoding, not yet given on
-    Encoding found;
-    const char* wideName;
-    Progress progress;
+    std::string shownName_;
+    FilePointer file_;
+    std::string head_;  // read to tell the encoding, not yet given on
+    Encoding found_;
+    const char* wideName_;
+    Progress progress_;
 };
 
 /// Finds the blocks in a file of them.
 class BlockFile {
 public:
-    explicit BlockFile(InputFile& openInput) : input(openInput) {}
+    explicit BlockFile(InputFile& openInput) : input_(openInput) {}
 
     /// Reads the next block. One without an end is an error, reading goes on after it; after a block of unknown
     /// length nothing can be found again, and the file ends there.
     /// @return ReadResult::Command when block() is a whole block
     ReadResult next();
 
-    const std::vector<char>& block() const { return bytes; }
+    const std::vector<char>& block() const { return bytes_; }
     /// The offset of the block in the file.
-    size_t start() const { return blockStart; }
-    const Diagnostic& diagnostic() const { return failure; }
+    size_t start() const { return blockStart_; }
+    const Diagnostic& diagnostic() const { return failure_; }
 
 private:
     ReadResult fail(const char* message);
 
-    InputFile& input;
-    std::vector<char> bytes;
-    size_t blockStart = 0;
-    size_t blockEnd = 0;
-    bool ended = false;
-    Diagnostic failure;
+    InputFile& input_;
+    std::vector<char> bytes_;
+    size_t blockStart_ = 0;
+    size_t blockEnd_ = 0;
+    bool ended_ = false;
+    Diagnostic failure_;
 };
 
 /// What became of several files: the worst counts.

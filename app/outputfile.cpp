@@ -85,26 +85,26 @@ bool takeOver(int descriptor, const fs::path& target) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& fileName) : name(fileName) {
+OutputFile::OutputFile(const std::string& fileName) : name_(fileName) {
     if (fileName.empty() || fileName == "-" || isStandardOutput(fileName)) {
-        name = "standard output";
-        file.reset(stdout);
-        terminal = isatty(STDOUT_FILENO);
+        name_ = "standard output";
+        file_.reset(stdout);
+        terminal_ = isatty(STDOUT_FILENO);
         return;
     }
-    target = behindLinks(name);
-    if (isReplaceable(name, target))
+    target_ = behindLinks(name_);
+    if (isReplaceable(name_, target_))
         openBeside();
     else
-        file.reset(std::fopen(name.c_str(), "wb"));
-    if (!file) fail();
-    terminal = isatty(fileno(file.get()));
+        file_.reset(std::fopen(name_.c_str(), "wb"));
+    if (!file_) fail();
+    terminal_ = isatty(fileno(file_.get()));
 }
 
 void OutputFile::openBeside() {
     // A file that may not be written is not replaced either, though its folder would allow it.
-    if (access(target.c_str(), W_OK) != 0 && errno != ENOENT) return;
-    std::string path = (target.parent_path() / ".zant.XXXXXX").string();
+    if (access(target_.c_str(), W_OK) != 0 && errno != ENOENT) return;
+    std::string path = (target_.parent_path() / ".zant.XXXXXX").string();
     if (path.size() >= sizeof pending) {
         errno = ENAMETOOLONG;
         return;
@@ -114,7 +114,7 @@ void OutputFile::openBeside() {
     sigprocmask(SIG_SETMASK, &all, &before);
     const int descriptor = mkostemp(path.data(), O_CLOEXEC);
     if (descriptor >= 0) {
-        temporary = path;
+        temporary_ = path;
         std::memcpy(pending, path.c_str(), path.size() + 1);
         catchSignals();
     }
@@ -122,45 +122,45 @@ void OutputFile::openBeside() {
     sigprocmask(SIG_SETMASK, &before, nullptr);
     errno = reason;
     if (descriptor < 0) return;
-    if (takeOver(descriptor, target)) file.reset(fdopen(descriptor, "wb"));
-    if (!file) close(descriptor);
+    if (takeOver(descriptor, target_)) file_.reset(fdopen(descriptor, "wb"));
+    if (!file_) close(descriptor);
 }
 
 void OutputFile::fail() {
     const int reason = errno;
-    if (!temporary.empty()) unlink(temporary.c_str());
+    if (!temporary_.empty()) unlink(temporary_.c_str());
     pending[0] = 0;
-    temporary.clear();
+    temporary_.clear();
     throw OutputError(
-        fmt::format("{}: cannot be written{}{}", name, reason ? ": " : "", reason ? strerror(reason) : ""));
+        fmt::format("{}: cannot be written{}{}", name_, reason ? ": " : "", reason ? strerror(reason) : ""));
 }
 
 OutputFile::~OutputFile() {
-    if (temporary.empty()) return;
-    unlink(temporary.c_str());
+    if (temporary_.empty()) return;
+    unlink(temporary_.c_str());
     pending[0] = 0;
 }
 
 void OutputFile::write(std::string_view bytes) {
-    const std::string escaped = terminal ? shown(bytes, "\n\t") : std::string();
-    if (terminal) bytes = escaped;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) fail();
+    const std::string escaped = terminal_ ? shown(bytes, "\n\t") : std::string();
+    if (terminal_) bytes = escaped;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) fail();
 }
 
 void OutputFile::finish() {
-    if (file.get() == stdout) {
+    if (file_.get() == stdout) {
         if (std::fflush(stdout) != 0) fail();
         return;
     }
-    if (std::fclose(file.release()) != 0) fail();
-    if (temporary.empty()) return;
-    if (std::rename(temporary.c_str(), target.c_str()) != 0) fail();
+    if (std::fclose(file_.release()) != 0) fail();
+    if (temporary_.empty()) return;
+    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) fail();
     pending[0] = 0;
-    temporary.clear();
+    temporary_.clear();
 }
 
 void OutputFile::giveUp() {
-    if (!temporary.empty()) complain(fmt::format("zant: {} is not written", name));
+    if (!temporary_.empty()) complain(fmt::format("zant: {} is not written", name_));
 }
 
 bool isOneOf(const std::string& name, const std::vector<std::string>& files) {

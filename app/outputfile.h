@@ -51,11 +51,11 @@ private:
     void openBeside();
     [[noreturn]] void fail();
 
-    std::string name;
-    std::filesystem::path target;  // where the links lead
-    std::string temporary;         // empty while the file is written directly
-    FilePointer file;
-    bool terminal = false;
+    std::string name_;
+    std::filesystem::path target_;  // where the links lead
+    std::string temporary_;         // empty while the file is written directly
+    FilePointer file_;
+    bool terminal_ = false;
 };
 
 /// @return whether a name leads to one of the files, as far as they are regular ones

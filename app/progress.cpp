@@ -16,31 +16,32 @@ constexpr int barWidth = 40;
 
 void Progress::start(const std::string& what, size_t total) {
     finish();
-    name = what;
-    all = total;
-    done = 0;
-    started = drawn = Clock::now();
+    name_ = what;
+    all_ = total;
+    done_ = 0;
+    started_ = drawn_ = Clock::now();
 }
 
 void Progress::advance(size_t bytes) {
-    done += bytes;
+    done_ += bytes;
     const auto now = Clock::now();
-    if (now - started < aMoment || now - drawn < betweenDrawings || !isatty(STDERR_FILENO)) return;
-    drawn = now;
+    if (now - started_ < aMoment || now - drawn_ < betweenDrawings || !isatty(STDERR_FILENO)) return;
+    drawn_ = now;
     draw();
 }
 
 void Progress::draw() {
-    visible = true;
-    const double share = all ? std::min(1.0, static_cast<double>(done) / static_cast<double>(all)) : 1.0;
+    visible_ = true;
+    const double share = all_ ? std::min(1.0, static_cast<double>(done_) / static_cast<double>(all_)) : 1.0;
     const int filled = static_cast<int>(share * barWidth);
-    fmt::print(stderr, "\r[{:#<{}}{:<{}}] {:3.0f} %  {}\033[K", "", filled, "", barWidth - filled, share * 100.0, name);
+    fmt::print(stderr, "\r[{:#<{}}{:<{}}] {:3.0f} %  {}\033[K", "", filled, "", barWidth - filled, share * 100.0,
+               name_);
     std::fflush(stderr);
 }
 
 void Progress::finish() {
-    if (visible) fmt::print(stderr, "\r\033[K");
-    visible = false;
+    if (visible_) fmt::print(stderr, "\r\033[K");
+    visible_ = false;
 }
 
 }  // namespace Zant::App

@@ -21,12 +21,12 @@ private:
     using Clock = std::chrono::steady_clock;
     void draw();
 
-    std::string name;
-    size_t all = 0;
-    size_t done = 0;
-    Clock::time_point started;
-    Clock::time_point drawn;
-    bool visible = false;
+    std::string name_;
+    size_t all_ = 0;
+    size_t done_ = 0;
+    Clock::time_point started_;
+    Clock::time_point drawn_;
+    bool visible_ = false;
 };
 
 }  // namespace Zant::App

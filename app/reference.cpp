@@ -108,80 +108,80 @@ std::vector<std::string> functionsOf(const Form& form) {
 class CommandPage {
 public:
     CommandPage(const std::filesystem::path& directory, int commandNumber, const Declarations& functionDeclarations)
-        : number(commandNumber),
-          word(commandWord(number)),
-          page(pageFile(directory, "command_" + word)),
-          declarations(functionDeclarations) {}
+        : number_(commandNumber),
+          word_(commandWord(number_)),
+          page_(pageFile(directory, "command_" + word_)),
+          declarations_(functionDeclarations) {}
 
     void write() {
-        const std::vector<Section> sections = sectionsOf(number);
+        const std::vector<Section> sections = sectionsOf(number_);
         writeHead(sections);
         for (const Section& section : sections)
             if (!section.forms.empty()) writeSection(section);
-        page.finish();
+        page_.finish();
     }
 
 private:
-    std::string anchorOf(const Section& section) const { return fmt::format("command_{}_{}", word, section.keyword); }
+    std::string anchorOf(const Section& section) const { return fmt::format("command_{}_{}", word_, section.keyword); }
 
     void writeHead(const std::vector<Section>& sections) {
-        const size_t forms = formsOf(number).size(), functions = functionCount(number);
-        page.print("# {0} {{#command_{0}}}\n\n", word);
-        page.print(
-            "The command word `{}`, number {} in quick text and binary words, of the group [{}](@ref group_{}): ", word,
-            number, groupOf(number), groupOf(number));
-        page.print("{}, {}. ", counted(forms, "form"), counted(functions, "typed function"));
-        page.print("What the letters stand for: [arguments](@ref command_arguments).\n\n");
+        const size_t forms = formsOf(number_).size(), functions = functionCount(number_);
+        page_.print("# {0} {{#command_{0}}}\n\n", word_);
+        page_.print(
+            "The command word `{}`, number {} in quick text and binary words, of the group [{}](@ref group_{}): ",
+            word_, number_, groupOf(number_), groupOf(number_));
+        page_.print("{}, {}. ", counted(forms, "form"), counted(functions, "typed function"));
+        page_.print("What the letters stand for: [arguments](@ref command_arguments).\n\n");
         std::string links;
         for (const Section& section : sections) {
             if (!section.keyword) continue;
             links +=
                 fmt::format("{}[{}](@ref {})", links.empty() ? "" : " &middot;\n", section.keyword, anchorOf(section));
         }
-        if (!links.empty()) page.print("{}\n\n", links);
+        if (!links.empty()) page_.print("{}\n\n", links);
     }
 
     void writeSection(const Section& section) {
         if (section.keyword) {
             const std::string keyword = section.keyword, said = spoken(keyword);
             const std::string title = said == keyword ? "" : fmt::format(" ({})", said);
-            page.print("## {} {}{} {{#{}}}\n\n", word, keyword, title, anchorOf(section));
+            page_.print("## {} {}{} {{#{}}}\n\n", word_, keyword, title, anchorOf(section));
         }
-        page.print("| Form | Arguments | Function |\n|---|---|---|\n");
+        page_.print("| Form | Arguments | Function |\n|---|---|---|\n");
         for (const Form* form : section.forms) {
-            page.print("| `{}` | {} |", form->notation, argumentsOf(*form));
+            page_.print("| `{}` | {} |", form->notation, argumentsOf(*form));
             for (const std::string& function : functionsOf(*form))
-                page.print(" @anchor {0} {0}()", function);
-            page.print(" |\n");
+                page_.print(" @anchor {0} {0}()", function);
+            page_.print(" |\n");
         }
-        if (!declarations.empty()) writeDeclarations(section);
+        if (!declarations_.empty()) writeDeclarations(section);
         writeExample(mostTelling(section.forms));
     }
 
     void writeDeclarations(const Section& section) {
-        page.print("\n```{{.cpp}}\n");
+        page_.print("\n```{{.cpp}}\n");
         for (const Form* form : section.forms)
             for (const std::string& function : functionsOf(*form))
-                page.print("{}\n", declarations.of(function));
-        page.print("```\n");
+                page_.print("{}\n", declarations_.of(function));
+        page_.print("```\n");
     }
 
     void writeExample(const Form& form) {
-        makeExample(form, command);
-        page.print("\nIn C++:\n\n```cpp\n{}```\n\n", statementsFor(command));
-        page.print("As plain text, quick text and binary words:\n\n");
-        page.print("```{{.unparsed}}\n{}\n```\n\n", plain.write(command));
-        page.print("```{{.unparsed}}\n{}\n```\n\n", quick.write(command));
-        page.print("```{{.unparsed}}\n{}```\n\n", blockWords(command));
+        makeExample(form, command_);
+        page_.print("\nIn C++:\n\n```cpp\n{}```\n\n", statementsFor(command_));
+        page_.print("As plain text, quick text and binary words:\n\n");
+        page_.print("```{{.unparsed}}\n{}\n```\n\n", plain_.write(command_));
+        page_.print("```{{.unparsed}}\n{}\n```\n\n", quick_.write(command_));
+        page_.print("```{{.unparsed}}\n{}```\n\n", blockWords(command_));
     }
 
-    int number;
-    std::string word;
-    OutputFile page;
-    const Declarations& declarations;
-    Command command;
-    TextWriter plain;
-    TextWriter quick{TextWriter::Form::Quick};
+    int number_;
+    std::string word_;
+    OutputFile page_;
+    const Declarations& declarations_;
+    Command command_;
+    TextWriter plain_;
+    TextWriter quick_{TextWriter::Form::Quick};
 };
 
 void writeGroup(const std::filesystem::path& directory, const std::string& group, const std::vector<int>& commands) {

@@ -40,24 +40,24 @@ struct EndsEarly {
 /// An open plug-in.
 class Plugin {
 public:
-    Plugin(const Rehearsed& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options(rehearsed) {
+    Plugin(const Rehearsed& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options_(rehearsed) {
         tellParent("the plug-in was opened");
-        handle = dlopen(file.c_str(), RTLD_NOW | scope);
-        if (handle) return;
+        handle_ = dlopen(file.c_str(), RTLD_NOW | scope);
+        if (handle_) return;
         fmt::print(stderr, "{}\n", dlerror());
         throw EndsEarly{CannotOpen};
     }
 
-    bool has(const Hook& hook) const { return dlsym(handle, hook.name.c_str()) != nullptr; }
+    bool has(const Hook& hook) const { return dlsym(handle_, hook.name.c_str()) != nullptr; }
     void start() const {
-        auto* function = find<int (*)(const char*)>(options.start);
-        if (function && !function(options.engine.c_str())) throw EndsEarly{CannotStart};
+        auto* function = find<int (*)(const char*)>(options_.start);
+        if (function && !function(options_.engine.c_str())) throw EndsEarly{CannotStart};
     }
-    void work() const { call(options.work); }
-    void stop() const { call(options.stop); }
+    void work() const { call(options_.work); }
+    void stop() const { call(options_.stop); }
     void close() const {
         tellParent("the plug-in was closed");
-        dlclose(handle);
+        dlclose(handle_);
         tellParent("the host went on after it had closed the plug-in");
     }
 
@@ -65,14 +65,14 @@ private:
     template <class Function>
     Function find(const Hook& hook) const {
         tellParent(hook.name + " ran");
-        return reinterpret_cast<Function>(dlsym(handle, hook.name.c_str()));
+        return reinterpret_cast<Function>(dlsym(handle_, hook.name.c_str()));
     }
     void call(const Hook& hook) const {
         if (auto* function = find<void (*)()>(hook)) function();
     }
 
-    const Rehearsed& options;
-    void* handle;
+    const Rehearsed& options_;
+    void* handle_;
 };
 
 /// Says which of the hooks are there.

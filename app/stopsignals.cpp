@@ -15,8 +15,8 @@ StopSignals::StopSignals() {
     keep.sa_handler = [](int signal) { lastSignal = signal; };
     keep.sa_flags = SA_RESTART;
     for (size_t i = 0; i < std::size(signals); ++i) {
-        sigaction(signals[i], nullptr, &before[i]);
-        if (before[i].sa_handler != SIG_IGN) sigaction(signals[i], &keep, nullptr);
+        sigaction(signals[i], nullptr, &before_[i]);
+        if (before_[i].sa_handler != SIG_IGN) sigaction(signals[i], &keep, nullptr);
     }
 }
 
@@ -26,7 +26,7 @@ StopSignals::~StopSignals() {
 
 void StopSignals::restore() {
     for (size_t i = 0; i < std::size(signals); ++i)
-        sigaction(signals[i], &before[i], nullptr);
+        sigaction(signals[i], &before_[i], nullptr);
 }
 
 const volatile std::sig_atomic_t* StopSignals::flag() const {

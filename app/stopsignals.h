@@ -25,7 +25,7 @@ private:
     static constexpr int signals[] = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM};
     void restore();
 
-    struct sigaction before[sizeof signals / sizeof *signals];
+    struct sigaction before_[sizeof signals / sizeof *signals];
 };
 
 }  // namespace Zant::App

@@ -14,13 +14,13 @@ namespace Zant::App {
 /// that engines count lines and columns from the start of the file. A command that holds a zero byte is blanked out.
 class TextPieces {
 public:
-    explicit TextPieces(InputFile& openInput) : input(openInput) {}
+    explicit TextPieces(InputFile& openInput) : input_(openInput) {}
 
     /// @return false at the end
     bool next(std::string& piece);
 
     /// The zero bytes of the last piece.
-    const std::vector<Diagnostic>& zeroBytes() const { return zeros; }
+    const std::vector<Diagnostic>& zeroBytes() const { return zeros_; }
 
 private:
     bool readMore();
@@ -28,14 +28,14 @@ private:
     void endCommand(size_t after);
     Position positionOf(size_t at) const;
 
-    InputFile& input;
-    std::string text;       // not yet given out
-    size_t scanned = 0;     // of it
-    size_t lastEnd = 0;     // after the last whole command of it
-    bool quoted = false;    // whether scanned stands inside of quotes
-    size_t zero = npos;     // the first zero byte after lastEnd in it
-    Position end{0, 1, 1};  // in the file, of lastEnd
-    std::vector<Diagnostic> zeros;
+    InputFile& input_;
+    std::string text_;       // not yet given out
+    size_t scanned_ = 0;     // of it
+    size_t lastEnd_ = 0;     // after the last whole command of it
+    bool quoted_ = false;    // whether scanned stands inside of quotes
+    size_t zero_ = npos;     // the first zero byte after lastEnd in it
+    Position end_{0, 1, 1};  // in the file, of lastEnd
+    std::vector<Diagnostic> zeros_;
 
     static constexpr size_t npos = std::string::npos;
 };

@@ -64,45 +64,45 @@ UniqueInstance::UniqueInstance(Instance* instance) {
     const auto release = [](Instance* owned) { owned->library->releaseInstance(owned); };
     std::unique_ptr<Instance, decltype(release)> taken(instance, release);
     if (!taken) return;
-    held = new HeldInstance(instance);
+    held_ = new HeldInstance(instance);
     static_cast<void>(taken.release());
 }
 
 UniqueInstance& UniqueInstance::operator=(UniqueInstance&& other) noexcept {
     UniqueInstance taken(std::move(other));
-    std::swap(held, taken.held);
+    std::swap(held_, taken.held_);
     return *this;
 }
 
 void UniqueInstance::reset() {
-    HeldInstance* const ended = std::exchange(held, nullptr);
+    HeldInstance* const ended = std::exchange(held_, nullptr);
     if (ended) ended->end();
     letGo(ended);
 }
 
 Instance* UniqueInstance::get() const {
-    return held ? held->instance : nullptr;
+    return held_ ? held_->instance : nullptr;
 }
 
 UniqueRaytraceAccess::UniqueRaytraceAccess(const UniqueInstance& instance) {
     if (!instance) return;
-    auto& rays = instance.held->rays;
+    auto& rays = instance.held_->rays;
     rays.reserve(rays.size() + 1);
-    access = instance->createRaytraceAccess();
-    rays.push_back(access);
-    held = share(instance.held);
+    access_ = instance->createRaytraceAccess();
+    rays.push_back(access_);
+    held_ = share(instance.held_);
 }
 
 UniqueRaytraceAccess& UniqueRaytraceAccess::operator=(UniqueRaytraceAccess&& other) noexcept {
     UniqueRaytraceAccess taken(std::move(other));
-    std::swap(held, taken.held);
-    std::swap(access, taken.access);
+    std::swap(held_, taken.held_);
+    std::swap(access_, taken.access_);
     return *this;
 }
 
 void UniqueRaytraceAccess::reset() {
     RaytraceAccess* const ended = get();
-    HeldInstance* const owner = std::exchange(held, nullptr);
+    HeldInstance* const owner = std::exchange(held_, nullptr);
     if (ended) {
         owner->rays.erase(std::find(owner->rays.begin(), owner->rays.end(), ended));
         delete ended;
@@ -111,7 +111,7 @@ void UniqueRaytraceAccess::reset() {
 }
 
 RaytraceAccess* UniqueRaytraceAccess::get() const {
-    return held && held->instance ? access : nullptr;
+    return held_ && held_->instance ? access_ : nullptr;
 }
 
 // ---- The session ----------------------------------------------------------------------------------------------------
@@ -123,40 +123,40 @@ size_t sessions = 0;
 
 }  // namespace
 
-Session::Session(const char* directory) : engine(getLibrary(nullptr)), loaded(engine->loadExplicitly(directory)) {
-    if (!loaded) return;
-    instances = new HeldList;
-    engine->setupInstanceMutex();
+Session::Session(const char* directory) : engine_(getLibrary(nullptr)), loaded_(engine_->loadExplicitly(directory)) {
+    if (!loaded_) return;
+    instances_ = new HeldList;
+    engine_->setupInstanceMutex();
     ++sessions;
 }
 
 UniqueInstance Session::createInstance() {
-    return hold(loaded ? engine->createInstance() : nullptr);
+    return hold(loaded_ ? engine_->createInstance() : nullptr);
 }
 
 UniqueInstance Session::createInstance(EventListener& listener) {
-    return hold(loaded ? engine->createInstanceWithListner(&listener) : nullptr);
+    return hold(loaded_ ? engine_->createInstanceWithListner(&listener) : nullptr);
 }
 
 UniqueInstance Session::hold(Instance* instance) {
     UniqueInstance handle(instance);
     if (!handle) return handle;
-    auto& items = instances->items;
+    auto& items = instances_->items;
     if (items.size() == items.capacity()) prune(items);
-    items.push_back(handle.held);
-    share(handle.held);
+    items.push_back(handle.held_);
+    share(handle.held_);
     return handle;
 }
 
 void Session::end() {
-    if (!std::exchange(loaded, false)) return;
-    for (; !instances->items.empty(); instances->items.pop_back()) {
-        HeldInstance* const held = instances->items.back();
+    if (!std::exchange(loaded_, false)) return;
+    for (; !instances_->items.empty(); instances_->items.pop_back()) {
+        HeldInstance* const held = instances_->items.back();
         held->end();
         letGo(held);
     }
-    delete std::exchange(instances, nullptr);
-    if (--sessions == 0) engine->unloadExplicitly();
+    delete std::exchange(instances_, nullptr);
+    if (--sessions == 0) engine_->unloadExplicitly();
 }
 
 // ---- Helpers --------------------------------------------------------------------------------------------------------

@@ -26,7 +26,7 @@ public:
     UniqueInstance() = default;
     /// Takes an instance over that belongs to no session; null for none. It must be released before its library ends.
     explicit UniqueInstance(Instance* instance);
-    UniqueInstance(UniqueInstance&& other) noexcept : held(std::exchange(other.held, nullptr)) {}
+    UniqueInstance(UniqueInstance&& other) noexcept : held_(std::exchange(other.held_, nullptr)) {}
     UniqueInstance& operator=(UniqueInstance&& other) noexcept;
     ~UniqueInstance() { reset(); }
 
@@ -42,7 +42,7 @@ public:
 private:
     friend class Session;
     friend class UniqueRaytraceAccess;
-    HeldInstance* held = nullptr;
+    HeldInstance* held_ = nullptr;
 };
 
 /// Owns a ray access of an instance, and ends it at its own end or with the instance, whichever comes first.
@@ -54,7 +54,7 @@ public:
     /// Opens a ray access; empty for an empty handle.
     explicit UniqueRaytraceAccess(const UniqueInstance& instance);
     UniqueRaytraceAccess(UniqueRaytraceAccess&& other) noexcept
-        : held(std::exchange(other.held, nullptr)), access(other.access) {}
+        : held_(std::exchange(other.held_, nullptr)), access_(other.access_) {}
     UniqueRaytraceAccess& operator=(UniqueRaytraceAccess&& other) noexcept;
     ~UniqueRaytraceAccess() { reset(); }
 
@@ -67,8 +67,8 @@ public:
     RaytraceAccess& operator*() const { return *get(); }
 
 private:
-    HeldInstance* held = nullptr;
-    RaytraceAccess* access = nullptr;
+    HeldInstance* held_ = nullptr;
+    RaytraceAccess* access_ = nullptr;
 };
 
 /// The engine of the process for as long as the session lives: begin it in the plug-in's own start hook, end it in its
@@ -93,10 +93,10 @@ public:
     Session& operator=(const Session&) = delete;
 
     /// Whether the engine could be loaded; reason() says why not.
-    explicit operator bool() const { return loaded; }
-    Library& library() const { return *engine; }
+    explicit operator bool() const { return loaded_; }
+    Library& library() const { return *engine_; }
     /// Why the engine could not be loaded, or why it refused the last instance. Ask on the same thread.
-    const char* reason() const { return engine->getLoadError(); }
+    const char* reason() const { return engine_->getLoadError(); }
 
     /// An instance whose events the engine serves itself; empty when the engine refuses it.
     UniqueInstance createInstance();
@@ -110,9 +110,9 @@ public:
 private:
     UniqueInstance hold(Instance* instance);
 
-    Library* engine;
-    bool loaded = false;
-    HeldList* instances = nullptr;
+    Library* engine_;
+    bool loaded_ = false;
+    HeldList* instances_ = nullptr;
 };
 
 /// The directory of the module (program or plug-in) that holds an address, absolute and with its final separator, as

@@ -17,7 +17,7 @@ constexpr size_t longestBlock = UINT32_MAX;  // values note their place in 32 bi
 BinaryReader::BinaryReader(SymbolResolver* resolver) : BinaryReader(resolver, Grammar::vocabulary()) {}
 
 BinaryReader::BinaryReader(SymbolResolver* resolver, const Grammar& vocabulary)
-    : grammar(vocabulary), symbols(resolver) {}
+    : grammar_(vocabulary), symbols_(resolver) {}
 
 size_t BinaryReader::blockLength(const void* block, size_t limit) {
     if (limit < emptyBlock) return 0;
@@ -32,18 +32,18 @@ ReadResult BinaryReader::read(const void* block, size_t limit, Command& command)
     if (wordAt(static_cast<const char*>(block) + end) != endMarker) return failAt(end, "the block has no end");
     if (length == emptyBlock) return ReadResult::End;
 
-    BlockParser parser(grammar, symbols);
+    BlockParser parser(grammar_, symbols_);
     command.position = {firstItem, 0, 0};
     if (parser.parse(block, length, command)) return ReadResult::Command;
-    failure.position = {firstItem + parser.mismatch().offset, 0, 0};
-    explain(grammar, parser.mismatch(), parser.found(), {}, failure);
+    failure_.position = {firstItem + parser.mismatch().offset, 0, 0};
+    explain(grammar_, parser.mismatch(), parser.found(), {}, failure_);
     return ReadResult::Error;
 }
 
 ReadResult BinaryReader::failAt(size_t offset, const char* message) {
-    failure.position = {offset, 0, 0};
-    failure.message = message;
-    failure.suggestion.clear();
+    failure_.position = {offset, 0, 0};
+    failure_.message = message;
+    failure_.suggestion.clear();
     return ReadResult::Error;
 }
 

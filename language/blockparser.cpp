@@ -96,7 +96,7 @@ bool BlockParser::readSymbol() {
 }
 
 bool BlockParser::readRegistered() {
-    const char* const name = symbols ? symbols->nameOf(takeWord()) : nullptr;
+    const char* const name = symbols_ ? symbols_->nameOf(takeWord()) : nullptr;
     if (!name) return fail("no object has this registered word");
     command->addText(name);
     return true;

@@ -14,7 +14,7 @@ namespace Zant::Language {
 /// Parses one binary block; nothing after its length is read.
 class BlockParser : public FormWalk<BlockParser> {
 public:
-    BlockParser(const Grammar& vocabulary, SymbolResolver* resolver) : FormWalk(vocabulary), symbols(resolver) {}
+    BlockParser(const Grammar& vocabulary, SymbolResolver* resolver) : FormWalk(vocabulary), symbols_(resolver) {}
 
     /// @param size a multiple of 8, at least 24
     bool parse(const void* block, size_t size, Command& target);
@@ -45,7 +45,7 @@ private:
     uint64_t takeWord();
     void takeDoubles(double* values, size_t count);
 
-    SymbolResolver* symbols;
+    SymbolResolver* symbols_;
 };
 
 }  // namespace Zant::Language

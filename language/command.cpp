@@ -17,27 +17,27 @@ const char* Command::keywordText(size_t place) const {
 }
 
 VarLenDouble Command::numbers(const Value& value) const {
-    return VarLenDouble(numberItems.data() + value.first, value.count);
+    return VarLenDouble(numberItems_.data() + value.first, value.count);
 }
 
 VarLenVector Command::vectors(const Value& value) const {
-    return VarLenVector(vectorItems.data() + value.first, value.count);
+    return VarLenVector(vectorItems_.data() + value.first, value.count);
 }
 
 VarLenCoordSys Command::coordSystems(const Value& value) const {
-    return VarLenCoordSys(coordSysItems.data() + value.first, value.count);
+    return VarLenCoordSys(coordSysItems_.data() + value.first, value.count);
 }
 
 void Command::clear() {
     form = nullptr;
     source = {};
-    valueList.clear();
-    numberItems.clear();
-    vectorItems.clear();
-    axesItems.clear();
-    coordSysItems.clear();
-    textItems.clear();
-    texts.clear();
+    valueList_.clear();
+    numberItems_.clear();
+    vectorItems_.clear();
+    axesItems_.clear();
+    coordSysItems_.clear();
+    textItems_.clear();
+    texts_.clear();
 }
 
 void Command::beginValue(ArgumentKind place, size_t offset) {
@@ -47,7 +47,7 @@ void Command::beginValue(ArgumentKind place, size_t offset) {
     value.first = static_cast<uint32_t>(itemCount(value.kind));
     value.count = 0;
     value.offset = static_cast<uint32_t>(offset);
-    valueList.push_back(value);
+    valueList_.push_back(value);
 }
 
 size_t Command::itemCount(ValueKind kind) const {
@@ -55,76 +55,76 @@ size_t Command::itemCount(ValueKind kind) const {
         case ValueKind::Keyword:
             return 0;
         case ValueKind::Number:
-            return numberItems.size();
+            return numberItems_.size();
         case ValueKind::Vector:
-            return vectorItems.size();
+            return vectorItems_.size();
         case ValueKind::Axes:
-            return axesItems.size();
+            return axesItems_.size();
         case ValueKind::CoordSys:
-            return coordSysItems.size();
+            return coordSysItems_.size();
         default:
-            return textItems.size();
+            return textItems_.size();
     }
 }
 
 void Command::addNumber(double number) {
-    numberItems.emplace_back(number);
+    numberItems_.emplace_back(number);
     countItem();
 }
 
 void Command::addVector(const Vector& vector) {
-    vectorItems.push_back(vector);
+    vectorItems_.push_back(vector);
     countItem();
 }
 
 void Command::addAxes(const Axes& axes) {
-    axesItems.push_back(axes);
+    axesItems_.push_back(axes);
     countItem();
 }
 
 void Command::addCoordSys(const CoordSys& coordSys) {
-    coordSysItems.push_back(coordSys);
+    coordSysItems_.push_back(coordSys);
     countItem();
 }
 
 void Command::addText(std::string_view text) {
-    textItems.push_back(texts.size());
-    texts.append(text);
-    texts.push_back('\0');
+    textItems_.push_back(texts_.size());
+    texts_.append(text);
+    texts_.push_back('\0');
     countItem();
 }
 
 void Command::extendText(std::string_view text) {
-    texts.pop_back();
-    texts.append(text);
-    texts.push_back('\0');
+    texts_.pop_back();
+    texts_.append(text);
+    texts_.push_back('\0');
 }
 
 void Command::truncate(size_t valueCount) {
-    while (valueList.size() > valueCount) {
-        const Value& last = valueList.back();
+    while (valueList_.size() > valueCount) {
+        const Value& last = valueList_.back();
         switch (last.kind) {
             case ValueKind::Keyword:
                 break;
             case ValueKind::Number:
-                numberItems.resize(last.first);
+                numberItems_.resize(last.first);
                 break;
             case ValueKind::Vector:
-                vectorItems.resize(last.first);
+                vectorItems_.resize(last.first);
                 break;
             case ValueKind::Axes:
-                axesItems.resize(last.first);
+                axesItems_.resize(last.first);
                 break;
             case ValueKind::CoordSys:
-                coordSysItems.resize(last.first);
+                coordSysItems_.resize(last.first);
                 break;
             case ValueKind::String:
             case ValueKind::Symbol:
-                if (last.first < textItems.size()) texts.resize(textItems[last.first]);
-                textItems.resize(last.first);
+                if (last.first < textItems_.size()) texts_.resize(textItems_[last.first]);
+                textItems_.resize(last.first);
                 break;
         }
-        valueList.pop_back();
+        valueList_.pop_back();
     }
 }
 

@@ -61,19 +61,21 @@ public:
     /// @return the spelling of the command word
     const char* word() const;
 
-    const std::vector<Value>& values() const { return valueList; }
+    const std::vector<Value>& values() const { return valueList_; }
 
     /// @return the keyword's number in its table, and its spelling
     int keywordNumber(size_t place) const { return form->tokens[place].number; }
     const char* keywordText(size_t place) const;
 
     /// One item of a value, or of a list.
-    double number(const Value& value, size_t item = 0) const { return numberItems[value.first + item].value; }
-    const Vector& vector(const Value& value, size_t item = 0) const { return vectorItems[value.first + item]; }
-    const Axes& axes(const Value& value, size_t item = 0) const { return axesItems[value.first + item]; }
-    const CoordSys& coordSys(const Value& value, size_t item = 0) const { return coordSysItems[value.first + item]; }
+    double number(const Value& value, size_t item = 0) const { return numberItems_[value.first + item].value; }
+    const Vector& vector(const Value& value, size_t item = 0) const { return vectorItems_[value.first + item]; }
+    const Axes& axes(const Value& value, size_t item = 0) const { return axesItems_[value.first + item]; }
+    const CoordSys& coordSys(const Value& value, size_t item = 0) const { return coordSysItems_[value.first + item]; }
     /// The bytes of a string or the name of a symbol, terminated.
-    const char* text(const Value& value, size_t item = 0) const { return texts.data() + textItems[value.first + item]; }
+    const char* text(const Value& value, size_t item = 0) const {
+        return texts_.data() + textItems_[value.first + item];
+    }
 
     /// Items of a list next to each other, as the command buffers take them.
     VarLenDouble numbers(const Value& value) const;
@@ -97,16 +99,16 @@ public:
     void truncate(size_t valueCount);
 
 private:
-    void countItem() { ++valueList.back().count; }
+    void countItem() { ++valueList_.back().count; }
     size_t itemCount(ValueKind kind) const;
 
-    std::vector<Value> valueList;
-    std::vector<Double> numberItems;
-    std::vector<Vector> vectorItems;
-    std::vector<Axes> axesItems;
-    std::vector<CoordSys> coordSysItems;
-    std::vector<size_t> textItems;  // offsets into texts
-    std::string texts;              // each with its terminator
+    std::vector<Value> valueList_;
+    std::vector<Double> numberItems_;
+    std::vector<Vector> vectorItems_;
+    std::vector<Axes> axesItems_;
+    std::vector<CoordSys> coordSysItems_;
+    std::vector<size_t> textItems_;  // offsets into texts
+    std::string texts_;              // each with its terminator
 };
 
 /// @return where a value of a command that was read stands in the input; the command itself for a place that it has not

@@ -22,8 +22,8 @@ size_t hashNumber(uint32_t node, uint64_t number) {
 
 }  // namespace
 
-Grammar::Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables) : keywordTables(tables) {
-    nodes.emplace_back();
+Grammar::Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables) : keywordTables_(tables) {
+    nodes_.emplace_back();
     for (const Form& form : forms)
         insert(form);
     buildIndex();
@@ -39,39 +39,39 @@ void Grammar::insert(const Form& form) {
     Node node = follow(root, {ArgumentKind::Keyword, 0, form.command}, form);
     for (uint16_t k = 0; k < form.tokenCount; ++k)
         node = follow(node, form.tokens[k], form);
-    if (nodes[node].form) {
-        found.sameSequence.push_back(&form);
+    if (nodes_[node].form) {
+        found_.sameSequence.push_back(&form);
     } else {
-        nodes[node].form = &form;
+        nodes_[node].form = &form;
     }
 }
 
 Grammar::Node Grammar::follow(Node node, const FormToken& token, const Form& form) {
     const bool isKeyword = token.kind == ArgumentKind::Keyword;
-    uint32_t* link = isKeyword ? &nodes[node].firstKeyword : &nodes[node].firstArgument;
+    uint32_t* link = isKeyword ? &nodes_[node].firstKeyword : &nodes_[node].firstArgument;
     while (*link != none) {
-        const Step& step = steps[*link];
+        const Step& step = steps_[*link];
         if (step.kind == token.kind && step.table == token.table && step.number == token.number) break;
-        link = &steps[*link].next;
+        link = &steps_[*link].next;
     }
-    const Node to = *link != none ? steps[*link].to : addStep(node, token, *link);
-    const Form*& shortest = nodes[to].shortest;
+    const Node to = *link != none ? steps_[*link].to : addStep(node, token, *link);
+    const Form*& shortest = nodes_[to].shortest;
     if (!shortest || form.tokenCount < shortest->tokenCount) shortest = &form;
     return to;
 }
 
 Grammar::Node Grammar::addStep(Node node, const FormToken& token, uint32_t& link) {
-    const Node to = static_cast<Node>(nodes.size());
-    link = static_cast<uint32_t>(steps.size());  // before the vectors grow: the link lies in one of them
+    const Node to = static_cast<Node>(nodes_.size());
+    link = static_cast<uint32_t>(steps_.size());  // before the vectors grow: the link lies in one of them
     const uint32_t step = link;
-    steps.push_back({token.kind, token.table, token.number, node, to, none});
-    nodes.emplace_back();
-    nodes[to].parentStep = step;
+    steps_.push_back({token.kind, token.table, token.number, node, to, none});
+    nodes_.emplace_back();
+    nodes_[to].parentStep = step;
     return to;
 }
 
 const char* Grammar::wordOf(const Step& step) const {
-    return keywordTables[step.table].words[step.number - 1];
+    return keywordTables_[step.table].words[step.number - 1];
 }
 
 // The first free slot of the run that starts at the hash.
@@ -85,55 +85,55 @@ uint32_t& Grammar::slotOf(std::vector<uint32_t>& index, size_t hash) const {
 
 void Grammar::buildIndex() {
     size_t size = 16;
-    while (size < steps.size() * 2)
+    while (size < steps_.size() * 2)
         size *= 2;
-    wordIndex.assign(size, none);
-    numberIndex.assign(size, none);
-    for (uint32_t k = 0; k < steps.size(); ++k) {
-        const Step& step = steps[k];
+    wordIndex_.assign(size, none);
+    numberIndex_.assign(size, none);
+    for (uint32_t k = 0; k < steps_.size(); ++k) {
+        const Step& step = steps_[k];
         if (step.kind != ArgumentKind::Keyword) continue;
         const bool hidden = byWord(step.from, wordOf(step)) != none || byNumber(step.from, step.number) != none;
-        if (hidden) found.sameKeyword.push_back(nodes[step.to].shortest);
-        slotOf(wordIndex, hashWord(step.from, wordOf(step))) = k;
-        slotOf(numberIndex, hashNumber(step.from, step.number)) = k;
+        if (hidden) found_.sameKeyword.push_back(nodes_[step.to].shortest);
+        slotOf(wordIndex_, hashWord(step.from, wordOf(step))) = k;
+        slotOf(numberIndex_, hashNumber(step.from, step.number)) = k;
     }
 }
 
 void Grammar::findAmbiguities() {
-    for (const NodeData& node : nodes) {
+    for (const NodeData& node : nodes_) {
         if (node.firstArgument == none) continue;
-        if (node.firstKeyword != none) found.keywordOrArgument.push_back(node.shortest);
-        if (steps[node.firstArgument].next != none) found.severalKinds.push_back(node.shortest);
+        if (node.firstKeyword != none) found_.keywordOrArgument.push_back(node.shortest);
+        if (steps_[node.firstArgument].next != none) found_.severalKinds.push_back(node.shortest);
     }
 }
 
 Grammar::Node Grammar::byWord(Node node, std::string_view word) const {
-    const size_t mask = wordIndex.size() - 1;
-    for (size_t slot = hashWord(node, word) & mask; wordIndex[slot] != none; slot = (slot + 1) & mask) {
-        const Step& step = steps[wordIndex[slot]];
+    const size_t mask = wordIndex_.size() - 1;
+    for (size_t slot = hashWord(node, word) & mask; wordIndex_[slot] != none; slot = (slot + 1) & mask) {
+        const Step& step = steps_[wordIndex_[slot]];
         if (step.from == node && wordOf(step) == word) return step.to;
     }
     return none;
 }
 
 Grammar::Node Grammar::byNumber(Node node, uint64_t number) const {
-    const size_t mask = numberIndex.size() - 1;
-    for (size_t slot = hashNumber(node, number) & mask; numberIndex[slot] != none; slot = (slot + 1) & mask) {
-        const Step& step = steps[numberIndex[slot]];
+    const size_t mask = numberIndex_.size() - 1;
+    for (size_t slot = hashNumber(node, number) & mask; numberIndex_[slot] != none; slot = (slot + 1) & mask) {
+        const Step& step = steps_[numberIndex_[slot]];
         if (step.from == node && step.number == number) return step.to;
     }
     return none;
 }
 
 void Grammar::offerKeywords(Node node, NearestWord& search) const {
-    for (uint32_t k = nodes[node].firstKeyword; k != none; k = steps[k].next)
-        search.offer(wordOf(steps[k]));
+    for (uint32_t k = nodes_[node].firstKeyword; k != none; k = steps_[k].next)
+        search.offer(wordOf(steps_[k]));
 }
 
 std::string Grammar::keywordPath(Node node) const {
     std::string path;
     while (node != root) {
-        const Step& step = steps[nodes[node].parentStep];
+        const Step& step = steps_[nodes_[node].parentStep];
         if (step.kind == ArgumentKind::Keyword) path.insert(0, std::string(wordOf(step)) + (path.empty() ? "" : " "));
         node = step.from;
     }
@@ -143,7 +143,7 @@ std::string Grammar::keywordPath(Node node) const {
 int Grammar::argumentCount(Node node) const {
     int count = 0;
     while (node != root) {
-        const Step& step = steps[nodes[node].parentStep];
+        const Step& step = steps_[nodes_[node].parentStep];
         if (step.kind != ArgumentKind::Keyword) ++count;
         node = step.from;
     }

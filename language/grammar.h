@@ -36,16 +36,16 @@ public:
     Node byNumber(Node node, uint64_t number) const;
 
     /// @return the form that ends here, or null
-    const Form* formAt(Node node) const { return nodes[node].form; }
+    const Form* formAt(Node node) const { return nodes_[node].form; }
     /// @return the form with the fewest places that goes through here
-    const Form* shortestForm(Node node) const { return nodes[node].shortest; }
+    const Form* shortestForm(Node node) const { return nodes_[node].shortest; }
 
-    bool hasKeywords(Node node) const { return nodes[node].firstKeyword != none; }
+    bool hasKeywords(Node node) const { return nodes_[node].firstKeyword != none; }
     /// The arguments that may follow: for (step = firstArgument(node); step != none; step = nextArgument(step))
-    uint32_t firstArgument(Node node) const { return nodes[node].firstArgument; }
-    uint32_t nextArgument(uint32_t step) const { return steps[step].next; }
-    ArgumentKind kindOf(uint32_t step) const { return steps[step].kind; }
-    Node target(uint32_t step) const { return steps[step].to; }
+    uint32_t firstArgument(Node node) const { return nodes_[node].firstArgument; }
+    uint32_t nextArgument(uint32_t step) const { return steps_[step].next; }
+    ArgumentKind kindOf(uint32_t step) const { return steps_[step].kind; }
+    Node target(uint32_t step) const { return steps_[step].to; }
 
     /// Offers every keyword that may follow.
     void offerKeywords(Node node, NearestWord& search) const;
@@ -62,7 +62,7 @@ public:
         std::vector<const Form*> keywordOrArgument;  // shortest forms through such a node
         std::vector<const Form*> severalKinds;       // the same
     };
-    const Ambiguities& ambiguities() const { return found; }
+    const Ambiguities& ambiguities() const { return found_; }
 
 private:
     struct NodeData {
@@ -89,12 +89,12 @@ private:
     const char* wordOf(const Step& step) const;
     uint32_t& slotOf(std::vector<uint32_t>& index, size_t hash) const;
 
-    FormRange<KeywordTable> keywordTables;
-    std::vector<NodeData> nodes;
-    std::vector<Step> steps;
-    std::vector<uint32_t> wordIndex;    // open addressing, power of two, steps by node and word
-    std::vector<uint32_t> numberIndex;  // the same by node and number
-    Ambiguities found;
+    FormRange<KeywordTable> keywordTables_;
+    std::vector<NodeData> nodes_;
+    std::vector<Step> steps_;
+    std::vector<uint32_t> wordIndex_;    // open addressing, power of two, steps by node and word
+    std::vector<uint32_t> numberIndex_;  // the same by node and number
+    Ambiguities found_;
 };
 
 }  // namespace Zant::Language

@@ -118,18 +118,18 @@ std::vector<const Form*> findForms(std::string_view asked) {
 void NearestWord::offer(const char* word) {
     if (!word) return;
     const std::string_view candidate(word);
-    const size_t shorter = std::min(wanted.size(), candidate.size());
-    const size_t longer = std::max(wanted.size(), candidate.size());
+    const size_t shorter = std::min(wanted_.size(), candidate.size());
+    const size_t longer = std::max(wanted_.size(), candidate.size());
     // Near enough: at most a third of the letters are wrong, of short words at most one.
     const size_t allowed = std::max<size_t>(1, longer / 3);
     if (longer > longestWord || longer - shorter > allowed) return;
     // Each letter that the candidate lacks costs a step of its own.
-    const uint32_t missing = lettersOf(wanted) & ~lettersOf(candidate);
+    const uint32_t missing = lettersOf(wanted_) & ~lettersOf(candidate);
     if (countOf(missing) > allowed) return;
-    const size_t letters = editDistance(wanted, candidate, allowed);
-    if (letters > allowed || (nearest && letters >= distance)) return;
-    nearest = word;
-    distance = letters;
+    const size_t letters = editDistance(wanted_, candidate, allowed);
+    if (letters > allowed || (nearest_ && letters >= distance_)) return;
+    nearest_ = word;
+    distance_ = letters;
 }
 
 const char* nearestCommandWord(std::string_view misspelt) {

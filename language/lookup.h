@@ -21,16 +21,16 @@ std::vector<const Form*> findForms(std::string_view asked);
 /// The word that is nearest to a misspelt one, by the number of letters to insert, drop, replace or swap.
 class NearestWord {
 public:
-    explicit NearestWord(std::string_view misspelt) : wanted(misspelt) {}
+    explicit NearestWord(std::string_view misspelt) : wanted_(misspelt) {}
     /// Offers a word. Ignores null.
     void offer(const char* word);
     /// @return the nearest word so far, or null when none is near enough to be meant
-    const char* best() const { return nearest; }
+    const char* best() const { return nearest_; }
 
 private:
-    std::string_view wanted;
-    const char* nearest = nullptr;
-    size_t distance = 0;
+    std::string_view wanted_;
+    const char* nearest_ = nullptr;
+    size_t distance_ = 0;
 };
 
 /// @return the command word that is nearest, or null

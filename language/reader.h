@@ -42,11 +42,11 @@ public:
 /// Reads from a file that the caller owns and has opened.
 class FileSource : public TextSource {
 public:
-    explicit FileSource(std::FILE* openFile) : file(openFile) {}
-    size_t read(char* into, size_t room) override { return std::fread(into, 1, room, file); }
+    explicit FileSource(std::FILE* openFile) : file_(openFile) {}
+    size_t read(char* into, size_t room) override { return std::fread(into, 1, room, file_); }
 
 private:
-    std::FILE* file;
+    std::FILE* file_;
 };
 
 /// Reads commands from text, plain or quick: a keyword may be a word or a number in brackets, in either.
@@ -80,10 +80,10 @@ public:
     ReadResult next(Command& command);
 
     /// @return the reason of the last ReadResult::Error
-    const Diagnostic& diagnostic() const { return failure; }
+    const Diagnostic& diagnostic() const { return failure_; }
 
     /// @return the number of bytes after which reading goes on, for showing progress
-    size_t consumed() const { return offset; }
+    size_t consumed() const { return offset_; }
 
 private:
     bool findEnd();
@@ -100,19 +100,19 @@ private:
     Position positionOf(const char* at) const;
     void advance(const char* to);
 
-    const Grammar& grammar;
-    TextSource* input = nullptr;
-    std::vector<char> window;       // of a source, and of the last command of a text in memory
-    const char* cursor = nullptr;   // reading goes on here
-    const char* limit = nullptr;    // after what is there now
-    const char* scanned = nullptr;  // the search for the end of the command goes on here
-    const char* quote = nullptr;    // the quote that scanned stands after, if it stands inside of quotes
-    bool ended = false;             // whether there is nothing after limit
-    size_t offset = 0;              // of cursor in the input
-    size_t line = 1;                // of cursor
-    size_t lineStart = 0;           // offset of the first byte of that line
-    size_t readAgain = 0;           // bytes that were read again after an error
-    Diagnostic failure;
+    const Grammar& grammar_;
+    TextSource* input_ = nullptr;
+    std::vector<char> window_;       // of a source, and of the last command of a text in memory
+    const char* cursor_ = nullptr;   // reading goes on here
+    const char* limit_ = nullptr;    // after what is there now
+    const char* scanned_ = nullptr;  // the search for the end of the command goes on here
+    const char* quote_ = nullptr;    // the quote that scanned stands after, if it stands inside of quotes
+    bool ended_ = false;             // whether there is nothing after limit
+    size_t offset_ = 0;              // of cursor in the input
+    size_t line_ = 1;                // of cursor
+    size_t lineStart_ = 0;           // offset of the first byte of that line
+    size_t readAgain_ = 0;           // bytes that were read again after an error
+    Diagnostic failure_;
 };
 
 /// Gives the names of registered symbols, which a binary block carries as a word of the engine's.
@@ -143,7 +143,7 @@ public:
     ReadResult read(const void* block, Command& command) { return read(block, SIZE_MAX, command); }
 
     /// @return the reason of the last ReadResult::Error
-    const Diagnostic& diagnostic() const { return failure; }
+    const Diagnostic& diagnostic() const { return failure_; }
 
     /// @return the length that the block states, or 0 when it cannot be one: below 16, not a multiple of 8, or more
     ///         than limit
@@ -152,9 +152,9 @@ public:
 private:
     ReadResult failAt(size_t offset, const char* message);
 
-    const Grammar& grammar;
-    SymbolResolver* symbols;
-    Diagnostic failure;
+    const Grammar& grammar_;
+    SymbolResolver* symbols_;
+    Diagnostic failure_;
 };
 
 }  // namespace Zant::Language

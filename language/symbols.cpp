@@ -77,8 +77,8 @@ std::vector<SymbolTable::Finding> SymbolTable::check(const Command& command) con
 
 void SymbolTable::checkName(const Command& command, size_t place, const char* name,
                             std::vector<Finding>& findings) const {
-    const auto found = symbols.find(std::string_view(name));
-    if (found == symbols.end()) {
+    const auto found = symbols_.find(std::string_view(name));
+    if (found == symbols_.end()) {
         const std::string near = nearest(name);
         const std::string hint = near.empty() ? "" : ", did you mean " + quoted(near) + "?";
         findings.push_back({Problem::Undeclared, place, quoted(name) + " is not declared" + hint, near});
@@ -99,8 +99,8 @@ void SymbolTable::checkName(const Command& command, size_t place, const char* na
 
 void SymbolTable::checkDeclaration(const Command& command, size_t place, std::vector<Finding>& findings) const {
     const char* const name = command.text(command.values()[place]);
-    const auto found = symbols.find(std::string_view(name));
-    if (found == symbols.end() || !found->second.isAlive) return;
+    const auto found = symbols_.find(std::string_view(name));
+    if (found == symbols_.end() || !found->second.isAlive) return;
     if (kindOf(found->second.command) == kindOf(command.form->command)) return;
     findings.push_back({Problem::DeclaredAsOtherKind,
                         place,
@@ -113,17 +113,17 @@ const SymbolTable::Symbol* SymbolTable::target(const Symbol& symbol) const {
     const Symbol* at = &symbol;
     for (int step = 0; step < longestChain; ++step) {
         if (at->command != words().reference) return at;
-        const auto next = symbols.find(at->reference);
-        if (next == symbols.end() || !next->second.isAlive) return nullptr;
+        const auto next = symbols_.find(at->reference);
+        if (next == symbols_.end() || !next->second.isAlive) return nullptr;
         at = &next->second;
     }
     return nullptr;
 }
 
 std::string SymbolTable::nearest(std::string_view name) const {
-    if (symbols.size() > mostSuggested) return {};
+    if (symbols_.size() > mostSuggested) return {};
     NearestWord search(name);
-    for (const auto& [known, symbol] : symbols) {
+    for (const auto& [known, symbol] : symbols_) {
         if (symbol.isAlive) search.offer(known.c_str());
     }
     return search.best() ? search.best() : "";
@@ -136,16 +136,16 @@ void SymbolTable::follow(const Command& command, const std::string& where) {
     };
     const int word = command.form->command;
     if (word == words().eraseAll) {
-        for (auto& [name, symbol] : symbols)
+        for (auto& [name, symbol] : symbols_)
             end(symbol);
     } else if (word == words().erase) {
-        const auto found = symbols.find(std::string_view(command.text(command.values()[0])));
-        if (found != symbols.end()) end(found->second);
+        const auto found = symbols_.find(std::string_view(command.text(command.values()[0])));
+        if (found != symbols_.end()) end(found->second);
     }
     for (size_t place = 0; place < command.values().size(); ++place) {
         if (command.form->tokens[place].kind != ArgumentKind::NewSymbol) continue;
         const char* const leadsTo = word == words().reference ? command.text(command.values()[1]) : "";
-        symbols[command.text(command.values()[place])] = {word, true, where, leadsTo};
+        symbols_[command.text(command.values()[place])] = {word, true, where, leadsTo};
     }
 }
 

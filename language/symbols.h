@@ -49,7 +49,7 @@ public:
     void follow(const Command& command, const std::string& where);
 
     /// All names so far, with the ones that were deleted.
-    const std::map<std::string, Symbol, std::less<>>& all() const { return symbols; }
+    const std::map<std::string, Symbol, std::less<>>& all() const { return symbols_; }
 
 private:
     void checkName(const Command& command, size_t place, const char* name, std::vector<Finding>& findings) const;
@@ -57,7 +57,7 @@ private:
     const Symbol* target(const Symbol& symbol) const;
     std::string nearest(std::string_view name) const;
 
-    std::map<std::string, Symbol, std::less<>> symbols;
+    std::map<std::string, Symbol, std::less<>> symbols_;
 };
 
 }  // namespace Zant::Language

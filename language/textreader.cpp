@@ -27,33 +27,33 @@ TextReader::TextReader(std::string_view text) : TextReader(text, Grammar::vocabu
 
 TextReader::TextReader(TextSource& source, size_t windowSize) : TextReader(source, windowSize, Grammar::vocabulary()) {}
 
-TextReader::TextReader(std::string_view text, const Grammar& vocabulary) : grammar(vocabulary), ended(true) {
-    cursor = scanned = text.data();
-    limit = cursor + text.size();
+TextReader::TextReader(std::string_view text, const Grammar& vocabulary) : grammar_(vocabulary), ended_(true) {
+    cursor_ = scanned_ = text.data();
+    limit_ = cursor_ + text.size();
 }
 
 TextReader::TextReader(TextSource& source, size_t windowSize, const Grammar& vocabulary)
-    : grammar(vocabulary), input(&source), window(std::max<size_t>(windowSize, 16)) {
-    cursor = limit = scanned = window.data();
+    : grammar_(vocabulary), input_(&source), window_(std::max<size_t>(windowSize, 16)) {
+    cursor_ = limit_ = scanned_ = window_.data();
 }
 
 ReadResult TextReader::next(Command& command) {
     while (true) {
         const bool found = findEnd();
-        if (offset == 0 &&
-            std::string_view(cursor, static_cast<size_t>(limit - cursor)).substr(0, byteOrderMark.size()) ==
+        if (offset_ == 0 &&
+            std::string_view(cursor_, static_cast<size_t>(limit_ - cursor_)).substr(0, byteOrderMark.size()) ==
                 byteOrderMark) {
-            advance(cursor + byteOrderMark.size());
+            advance(cursor_ + byteOrderMark.size());
         }
-        const char* const first = std::find_if_not(cursor, found ? scanned : limit, isSpace);
+        const char* const first = std::find_if_not(cursor_, found ? scanned_ : limit_, isSpace);
         advance(first);
-        if (found && first == scanned) {  // an empty command
-            advance(++scanned);
+        if (found && first == scanned_) {  // an empty command
+            advance(++scanned_);
             continue;
         }
-        if (found) return readCommand(command, scanned);
-        if (first == limit) return ReadResult::End;
-        if (quote) return failUnclosed();
+        if (found) return readCommand(command, scanned_);
+        if (first == limit_) return ReadResult::End;
+        if (quote_) return failUnclosed();
         closeRest();
     }
 }
@@ -61,20 +61,20 @@ ReadResult TextReader::next(Command& command) {
 // Moves scanned on to the next ";" outside of quotes.
 bool TextReader::findEnd() {
     do {
-        while (scanned != limit) {
-            if (quote) {
+        while (scanned_ != limit_) {
+            if (quote_) {
                 const auto* close =
-                    static_cast<const char*>(std::memchr(scanned, '"', static_cast<size_t>(limit - scanned)));
-                scanned = close ? close + 1 : limit;
-                if (close) quote = nullptr;
+                    static_cast<const char*>(std::memchr(scanned_, '"', static_cast<size_t>(limit_ - scanned_)));
+                scanned_ = close ? close + 1 : limit_;
+                if (close) quote_ = nullptr;
                 continue;
             }
             // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null is the limit too
-            while (scanned != limit && *scanned != ';' && *scanned != '"')
-                ++scanned;
-            if (scanned == limit) break;
-            if (*scanned == ';') return true;
-            quote = scanned++;
+            while (scanned_ != limit_ && *scanned_ != ';' && *scanned_ != '"')
+                ++scanned_;
+            if (scanned_ == limit_) break;
+            if (*scanned_ == ';') return true;
+            quote_ = scanned_++;
         }
     } while (refill());
     return false;
@@ -82,93 +82,93 @@ bool TextReader::findEnd() {
 
 // Moves the unread rest to the front of the window and reads on after it.
 bool TextReader::refill() {
-    if (ended) return false;
-    const size_t rest = static_cast<size_t>(limit - cursor);
-    const size_t quoteAt = quote ? static_cast<size_t>(quote - cursor) : 0;
-    if (cursor == window.data() && rest == window.size()) {
-        window.resize(2 * rest);
+    if (ended_) return false;
+    const size_t rest = static_cast<size_t>(limit_ - cursor_);
+    const size_t quoteAt = quote_ ? static_cast<size_t>(quote_ - cursor_) : 0;
+    if (cursor_ == window_.data() && rest == window_.size()) {
+        window_.resize(2 * rest);
     } else {
-        std::memmove(window.data(), cursor, rest);
+        std::memmove(window_.data(), cursor_, rest);
     }
-    const size_t added = input->read(window.data() + rest, window.size() - rest);
-    ended = added == 0;
-    cursor = window.data();
-    scanned = cursor + rest;
-    limit = scanned + added;
-    if (quote) quote = cursor + quoteAt;
-    return !ended;
+    const size_t added = input_->read(window_.data() + rest, window_.size() - rest);
+    ended_ = added == 0;
+    cursor_ = window_.data();
+    scanned_ = cursor_ + rest;
+    limit_ = scanned_ + added;
+    if (quote_) quote_ = cursor_ + quoteAt;
+    return !ended_;
 }
 
 // Gives the last command its ";", in memory of our own.
 void TextReader::closeRest() {
-    std::vector<char> rest(cursor, limit);
+    std::vector<char> rest(cursor_, limit_);
     rest.push_back(';');
-    window.swap(rest);
-    cursor = window.data();
-    limit = cursor + window.size();
-    scanned = limit - 1;
+    window_.swap(rest);
+    cursor_ = window_.data();
+    limit_ = cursor_ + window_.size();
+    scanned_ = limit_ - 1;
 }
 
 ReadResult TextReader::readCommand(Command& command, const char* last) {
-    const size_t size = static_cast<size_t>(last - cursor);
+    const size_t size = static_cast<size_t>(last - cursor_);
     bool understood = false;
-    scanned = last + 1;
+    scanned_ = last + 1;
     if (size > longestCommand) {
-        fail(cursor, "the command is longer than 4 GiB");
+        fail(cursor_, "the command is longer than 4 GiB");
     } else {
-        command.position = positionOf(cursor);
-        TextParser parser(grammar);
-        understood = parser.parse(cursor, last, command);
-        command.source = {cursor, size};
+        command.position = positionOf(cursor_);
+        TextParser parser(grammar_);
+        understood = parser.parse(cursor_, last, command);
+        command.source = {cursor_, size};
         if (!understood) explainMistake(parser);
     }
-    advance(scanned);
+    advance(scanned_);
     return understood ? ReadResult::Command : ReadResult::Error;
 }
 
 // Says what is wrong with the command at the cursor, and where reading goes on if that is before its end.
 void TextReader::explainMistake(const TextParser& parser) {
     const Mismatch& mismatch = parser.mismatch();
-    const char* const at = cursor + mismatch.offset;
-    const auto* zero = static_cast<const char*>(std::memchr(cursor, '\0', static_cast<size_t>(scanned - cursor)));
+    const char* const at = cursor_ + mismatch.offset;
+    const auto* zero = static_cast<const char*>(std::memchr(cursor_, '\0', static_cast<size_t>(scanned_ - cursor_)));
     if (zero) return fail(zero, "a zero byte: command text cannot hold one");
     const std::string word = parser.foundWord();
-    failure.position = positionOf(at);
-    explain(grammar, mismatch, parser.found(), word, failure);
+    failure_.position = positionOf(at);
+    explain(grammar_, mismatch, parser.found(), word, failure_);
     if (mismatch.problem != Problem::NoSeparator) return;
-    if (const char* const text = textOverLines(cursor, at)) {
+    if (const char* const text = textOverLines(cursor_, at)) {
         fail(text, "the text that begins here runs over several lines: is its closing quote missing?");
         goOnAt(behindLine(text));
     } else if (isFirstOfLine(at) && commandNumber(word) != 0) {
-        failure.message += ": is there a ';' missing?";
+        failure_.message += ": is there a ';' missing?";
         goOnAt(at);
     }
 }
 
 // The input has ended inside of quotes. What stands after the first quote that is under suspicion is read again.
 ReadResult TextReader::failUnclosed() {
-    const char* const text = textOverLines(cursor, quote);
-    const char* const suspect = text ? text : quote;
+    const char* const text = textOverLines(cursor_, quote_);
+    const char* const suspect = text ? text : quote_;
     fail(suspect, "the text that begins here is not closed");
     goOnAt(behindLine(suspect));
-    advance(scanned);
+    advance(scanned_);
     return ReadResult::Error;
 }
 
 void TextReader::fail(const char* at, const char* message) {
-    failure.position = positionOf(at);
-    failure.message = message;
-    failure.suggestion.clear();
+    failure_.position = positionOf(at);
+    failure_.message = message;
+    failure_.suggestion.clear();
 }
 
 // Makes reading go on at a place before `scanned`, unless too much of the input has been read again already.
 void TextReader::goOnAt(const char* place) {
-    quote = nullptr;
-    const size_t again = static_cast<size_t>(scanned - place);
+    quote_ = nullptr;
+    const size_t again = static_cast<size_t>(scanned_ - place);
     constexpr size_t allowance = size_t{1} << 28;
-    if (readAgain + again > allowance + offset) return;
-    readAgain += again;
-    scanned = place;
+    if (readAgain_ + again > allowance + offset_) return;
+    readAgain_ += again;
+    scanned_ = place;
 }
 
 // The first closed text that runs over lines, or null.
@@ -184,38 +184,38 @@ const char* TextReader::textOverLines(const char* from, const char* to) {
 
 // After the first ";" of the line, or else at its end.
 const char* TextReader::behindLine(const char* from) const {
-    const char* const end = std::find(from, scanned, '\n');
+    const char* const end = std::find(from, scanned_, '\n');
     const char* const mark = std::find(from, end, ';');
     return mark == end ? end : mark + 1;
 }
 
 bool TextReader::isFirstOfLine(const char* at) const {
-    while (at != cursor && at[-1] != '\n' && isSpace(at[-1]))
+    while (at != cursor_ && at[-1] != '\n' && isSpace(at[-1]))
         --at;
-    return at != cursor && at[-1] == '\n';
+    return at != cursor_ && at[-1] == '\n';
 }
 
 Position TextReader::positionOf(const char* at) const {
-    Position position{offset + static_cast<size_t>(at - cursor), line, 0};
-    size_t start = lineStart;
-    for (const char* text = cursor; text != at;) {
+    Position position{offset_ + static_cast<size_t>(at - cursor_), line_, 0};
+    size_t start = lineStart_;
+    for (const char* text = cursor_; text != at;) {
         const auto* newline = static_cast<const char*>(std::memchr(text, '\n', static_cast<size_t>(at - text)));
         if (!newline) break;
         text = newline + 1;
         ++position.line;
-        start = offset + static_cast<size_t>(text - cursor);
+        start = offset_ + static_cast<size_t>(text - cursor_);
     }
     position.column = position.offset - start + 1;
     return position;
 }
 
 void TextReader::advance(const char* to) {
-    if (to == cursor) return;
+    if (to == cursor_) return;
     const Position position = positionOf(to);
-    offset = position.offset;
-    line = position.line;
-    lineStart = position.offset - position.column + 1;
-    cursor = to;
+    offset_ = position.offset;
+    line_ = position.line;
+    lineStart_ = position.offset - position.column + 1;
+    cursor_ = to;
 }
 
 }  // namespace Zant::Language

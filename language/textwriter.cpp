@@ -34,14 +34,14 @@ bool isBareName(const char* name) {
     return *end == '\0' && end != name && !isNumberWord({name, static_cast<size_t>(end - name)});
 }
 
-TextWriter::TextWriter(Form textForm, Numbers numberText) : form(textForm), numbers(numberText) {}
+TextWriter::TextWriter(Form textForm, Numbers numberText) : form_(textForm), numbers_(numberText) {}
 
 const char* TextWriter::write(const Command& command) {
-    text.clear();
-    changed = 0;
+    text_.clear();
+    changed_ = 0;
     writeKeyword(command.form->command, command.word());
     for (size_t place = 0; place < command.values().size(); ++place) {
-        text += place == 0 && form == Form::Plain ? ' ' : ',';
+        text_ += place == 0 && form_ == Form::Plain ? ' ' : ',';
         const Value& value = command.values()[place];
         if (value.kind == ValueKind::Keyword) {
             writeKeyword(command.keywordNumber(place), command.keywordText(place));
@@ -49,29 +49,29 @@ const char* TextWriter::write(const Command& command) {
             writeValue(command, value);
         }
     }
-    text += ';';
-    return text.c_str();
+    text_ += ';';
+    return text_.c_str();
 }
 
 void TextWriter::writeKeyword(int number, const char* word) {
-    if (form == Form::Plain) {
-        text += word;
+    if (form_ == Form::Plain) {
+        text_ += word;
         return;
     }
-    text += '[';
+    text_ += '[';
     writeNumber(number);
-    text += ']';
+    text_ += ']';
 }
 
 // A list of one item is the bare item, an empty list is nothing.
 void TextWriter::writeValue(const Command& command, const Value& value) {
     const bool braces = value.count >= 2;
-    if (braces) text += '{';
+    if (braces) text_ += '{';
     for (size_t item = 0; item < value.count; ++item) {
-        if (item != 0) text += ',';
+        if (item != 0) text_ += ',';
         writeItem(command, value, item);
     }
-    if (braces) text += '}';
+    if (braces) text_ += '}';
 }
 
 void TextWriter::writeItem(const Command& command, const Value& value, size_t item) {
@@ -91,32 +91,32 @@ void TextWriter::writeItem(const Command& command, const Value& value, size_t it
         case ValueKind::CoordSys: {
             const CoordSys& coordSys = command.coordSys(value, item);
             writeNumbers(coordSys.position, 3);
-            text += '@';
+            text_ += '@';
             return writeAxes(coordSys.axes);
         }
         case ValueKind::Symbol: {
             const char* const name = command.text(value, item);
-            isBareName(name) ? void(text += name) : writeQuoted(name);
+            isBareName(name) ? void(text_ += name) : writeQuoted(name);
         }
     }
 }
 
 // Quotes inside are doubled; every other character stands for itself.
 void TextWriter::writeQuoted(const char* string) {
-    text += '"';
+    text_ += '"';
     while (const char* const quote = std::strchr(string, '"')) {
-        text.append(string, quote + 1).push_back('"');
+        text_.append(string, quote + 1).push_back('"');
         string = quote + 1;
     }
-    text += string;
-    text += '"';
+    text_ += string;
+    text_ += '"';
 }
 
 void TextWriter::writeNumber(double number) {
-    if (numbers == Numbers::AsClient) return writeAsClient(number, false);
+    if (numbers_ == Numbers::AsClient) return writeAsClient(number, false);
     char digits[numberRoom];
-    changed += !std::isfinite(number);
-    text.append(digits, Language::writeNumber(digits, number));
+    changed_ += !std::isfinite(number);
+    text_.append(digits, Language::writeNumber(digits, number));
 }
 
 // The client's text may change again when it is read and written once more. It is, until it stays: then a number has
@@ -132,49 +132,49 @@ void TextWriter::writeAsClient(double number, bool isAngle) {
         length = again;
         if (stays) break;
     }
-    text.append(digits[(mostPasses - 1) % 2], length);
+    text_.append(digits[(mostPasses - 1) % 2], length);
 }
 
 void TextWriter::writeNumbers(const double* values, int count) {
     for (int k = 0; k < count; ++k) {
-        text += k == 0 ? '(' : ',';
+        text_ += k == 0 ? '(' : ',';
         writeNumber(values[k]);
     }
-    text += ')';
+    text_ += ')';
 }
 
 void TextWriter::writeAngle(double radians) {
-    if (numbers == Numbers::AsClient) return writeAsClient(radians * 180.0 / pi, true);
+    if (numbers_ == Numbers::AsClient) return writeAsClient(radians * 180.0 / pi, true);
     char digits[numberRoom];
     bool exact = true;
-    text.append(digits, Language::writeAngle(digits, radians, exact));
-    changed += !exact;
+    text_.append(digits, Language::writeAngle(digits, radians, exact));
+    changed_ += !exact;
 }
 
 void TextWriter::writeAngles(const double* radians, const double* scales) {
-    text += '<';
+    text_ += '<';
     for (int k = 0; k < 3 && !isBitwise(radians, 3, 0.0); ++k) {
-        if (k != 0) text += ',';
+        if (k != 0) text_ += ',';
         writeAngle(radians[k]);
     }
-    text += '>';
+    text_ += '>';
     if (isBitwise(scales, 3, 1.0)) return;
-    text += '*';
+    text_ += '*';
     writeNumbers(scales, isBitwise(scales, 3, scales[0]) ? 1 : 3);
 }
 
 void TextWriter::writeAxes(const ZantAxesCore& axes) {
     if (Axes::isEye(axes)) {
-        text += "<>";
+        text_ += "<>";
     } else if (axes.rows == 2) {
         writeAngles(axes.m, axes.m + 3);
     } else {
-        text += "axes(";
+        text_ += "axes(";
         for (int row = 0; row < axes.rows; ++row) {
-            if (row != 0) text += ',';
+            if (row != 0) text_ += ',';
             writeNumbers(axes.m + 3 * row, 3);
         }
-        text += ')';
+        text_ += ')';
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace Zant::Language {
 
-CommandReplay::CommandReplay() : nowhere(std::make_unique<CommandBinaryBuffer>(nullptr)) {}
+CommandReplay::CommandReplay() : nowhere_(std::make_unique<CommandBinaryBuffer>(nullptr)) {}
 CommandReplay::~CommandReplay() = default;
 
 void CommandReplay::send(const Command& command, CommandBuffer& buffer) {
@@ -61,19 +61,19 @@ void CommandReplay::writeList(const Command& command, const Value& value, Comman
         default:
             break;
     }
-    symbolList.clear();
+    symbolList_.clear();
     for (size_t item = 0; item < value.count; ++item) {
-        symbolList.push_back(&symbolNamed(command.text(value, item), item));
+        symbolList_.push_back(&symbolNamed(command.text(value, item), item));
     }
-    buffer.addVarLenSymbol(VarLenSymbol(symbolList.data(), symbolList.size()));
+    buffer.addVarLenSymbol(VarLenSymbol(symbolList_.data(), symbolList_.size()));
 }
 
 // Symbols of our own that only lend their name.
 const Symbol& CommandReplay::symbolNamed(const char* name, size_t slot) {
-    while (symbols.size() <= slot)
-        symbols.emplace_back(*nowhere, "");
-    symbols[slot].setName(name);
-    return symbols[slot];
+    while (symbols_.size() <= slot)
+        symbols_.emplace_back(*nowhere_, "");
+    symbols_[slot].setName(name);
+    return symbols_[slot];
 }
 
 /// Keeps its block, and clears the padding after texts.
@@ -96,17 +96,17 @@ public:
     void addSymbol(const Symbol& symbol) override { addString(symbol.name); }
 };
 
-BinaryWriter::BinaryWriter() : buffer(std::make_unique<Buffer>()) {}
+BinaryWriter::BinaryWriter() : buffer_(std::make_unique<Buffer>()) {}
 BinaryWriter::~BinaryWriter() = default;
 
 const void* BinaryWriter::write(const Command& command) {
-    buffer->discard();
-    replay.send(command, *buffer);
-    return buffer->block.data();
+    buffer_->discard();
+    replay_.send(command, *buffer_);
+    return buffer_->block.data();
 }
 
 size_t BinaryWriter::size() const {
-    return buffer->block.size();
+    return buffer_->block.size();
 }
 
 }  // namespace Zant::Language

@@ -32,9 +32,9 @@ private:
     void writeValue(const Command& command, const Value& value, CommandBuffer& buffer);
     void writeList(const Command& command, const Value& value, CommandBuffer& buffer);
 
-    std::unique_ptr<CommandBuffer> nowhere;  // what the symbols below send goes there
-    std::deque<Symbol> symbols;
-    std::vector<const Symbol*> symbolList;
+    std::unique_ptr<CommandBuffer> nowhere_;  // what the symbols below send goes there
+    std::deque<Symbol> symbols_;
+    std::vector<const Symbol*> symbolList_;
 };
 
 /// Writes commands as text that can be read again: plain text with words, or quick text with numbers.
@@ -56,7 +56,7 @@ public:
 
     /// @return how many numbers of the last command text cannot hold, exact as it may be: what is not finite is written
     ///         as 0, and an angle that no degrees are read as is written as the nearest one
-    size_t changedNumbers() const { return changed; }
+    size_t changedNumbers() const { return changed_; }
 
 private:
     void writeKeyword(int number, const char* word);
@@ -70,10 +70,10 @@ private:
     void writeAngles(const double* radians, const double* scales);
     void writeAxes(const ZantAxesCore& axes);
 
-    Form form;
-    Numbers numbers;
-    std::string text;
-    size_t changed = 0;
+    Form form_;
+    Numbers numbers_;
+    std::string text_;
+    size_t changed_ = 0;
 };
 
 /// Writes commands as binary blocks, symbols by name.
@@ -90,8 +90,8 @@ public:
 
 private:
     class Buffer;
-    std::unique_ptr<Buffer> buffer;
-    CommandReplay replay;
+    std::unique_ptr<Buffer> buffer_;
+    CommandReplay replay_;
 };
 
 /// @return whether a symbol's name can stand bare in text

@@ -12,13 +12,13 @@ namespace Zant {
 class LentBlock {
 public:
     explicit LentBlock(ResizableBuffer& lender)
-        : owner(lender), data(std::exchange(lender.buffer, nullptr)), size(std::exchange(lender.bufferSize, 0)) {
+        : owner_(lender), data_(std::exchange(lender.buffer, nullptr)), size_(std::exchange(lender.bufferSize, 0)) {
         lender.dataSize = 0;
     }
     LentBlock(const LentBlock&) = delete;
     LentBlock& operator=(const LentBlock&) = delete;
     ~LentBlock() {
-        if (!owner.buffer) {
+        if (!owner_.buffer) {
             giveBack();
         } else {
             endAfterUse();
@@ -27,22 +27,22 @@ public:
 
 private:
     void giveBack() {
-        owner.buffer = data;
-        owner.bufferSize = size;
+        owner_.buffer = data_;
+        owner_.bufferSize = size_;
     }
 
     void endAfterUse() {
-        char* unused = data;
-        if (owner.dataSize == 0 && owner.bufferSize < size) {
-            unused = owner.buffer;
+        char* unused = data_;
+        if (owner_.dataSize == 0 && owner_.bufferSize < size_) {
+            unused = owner_.buffer;
             giveBack();
         }
         delete[] unused;
     }
 
-    ResizableBuffer& owner;
-    char* const data;
-    const size_t size;
+    ResizableBuffer& owner_;
+    char* const data_;
+    const size_t size_;
 };
 
 }  // namespace Zant

@@ -18,10 +18,10 @@ std::string withFinalSeparator(const std::string& directory) {
 }  // namespace
 
 CommandLog::CommandLog(const std::string& engineDirectory)
-    : directory(withFinalSeparator(engineDirectory)),
-      file(folder.name() + "/transcript.zant"),
-      variable("ZANT_LOOPBACK_TRANSCRIPT", file),
-      numbers("ZANT_LOOPBACK_NUMBERS", "client") {
+    : directory_(withFinalSeparator(engineDirectory)),
+      file_(folder_.name() + "/transcript.zant"),
+      variable_("ZANT_LOOPBACK_TRANSCRIPT", file_),
+      numbers_("ZANT_LOOPBACK_NUMBERS", "client") {
     if (logInUse) throw std::runtime_error("there is a command log already: the engine writes to one only");
     logInUse = true;
 }
@@ -31,18 +31,18 @@ CommandLog::~CommandLog() {
 }
 
 bool CommandLog::isRecording() const {
-    return std::filesystem::exists(file);
+    return std::filesystem::exists(file_);
 }
 
 Transcript CommandLog::sent() const {
     Transcript transcript;
-    if (isRecording()) transcript = Transcript::fromFile(file, forgotten);
+    if (isRecording()) transcript = Transcript::fromFile(file_, forgotten_);
     transcript.setSource("sent");
     return transcript;
 }
 
 void CommandLog::forget() {
-    if (isRecording()) forgotten = static_cast<size_t>(std::filesystem::file_size(file));
+    if (isRecording()) forgotten_ = static_cast<size_t>(std::filesystem::file_size(file_));
 }
 
 Result CommandLog::check(const std::string& expectedCommands) const {
@@ -58,16 +58,16 @@ Result CommandLog::check(const Transcript& expected) const {
     return Result::failure(
         "no loopback engine has been loaded since this command log began.\n"
         "  Begin the log before the engine is loaded, and load it from " +
-        directory);
+        directory_);
 }
 
-ContractWatch::ContractWatch() : file(folder.name() + "/watch.txt"), variable("ZANT_LOOPBACK_WATCH", file) {}
+ContractWatch::ContractWatch() : file_(folder_.name() + "/watch.txt"), variable_("ZANT_LOOPBACK_WATCH", file_) {}
 
 Result ContractWatch::check() const {
-    if (!std::filesystem::exists(file)) {
+    if (!std::filesystem::exists(file_)) {
         return Result::failure("no loopback engine has been loaded since this watch began");
     }
-    const std::string calls = Transcript::fromFile(file).text();
+    const std::string calls = Transcript::fromFile(file_).text();
     return calls.empty() ? Result::success() : Result::failure("calls that the contract forbids:\n" + calls);
 }
 

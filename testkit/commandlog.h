@@ -43,7 +43,7 @@ public:
     CommandLog& operator=(const CommandLog&) = delete;
 
     /// What to load the engine from: the folder with its final separator.
-    const std::string& engineDirectory() const { return directory; }
+    const std::string& engineDirectory() const { return directory_; }
 
     /// Whether an engine has begun to write to this log.
     bool isRecording() const;
@@ -60,12 +60,12 @@ public:
 private:
     Result check(const Transcript& expected) const;
 
-    std::string directory;
-    TemporaryFolder folder;
-    std::string file;  // in it; the engine creates it
-    size_t forgotten = 0;
-    ScopedVariable variable;
-    ScopedVariable numbers;  // so that the same call gives the same text in every encoding
+    std::string directory_;
+    TemporaryFolder folder_;
+    std::string file_;  // in it; the engine creates it
+    size_t forgotten_ = 0;
+    ScopedVariable variable_;
+    ScopedVariable numbers_;  // so that the same call gives the same text in every encoding
 };
 
 /// Asks the loopback engine for misbehaviour, such as "fail-command=3" or "lookup-nothing, version-0", as long as it
@@ -73,10 +73,10 @@ private:
 /// standard error.
 class LoopbackFault {
 public:
-    explicit LoopbackFault(const std::string& faults) : variable("ZANT_LOOPBACK_FAULT", faults) {}
+    explicit LoopbackFault(const std::string& faults) : variable_("ZANT_LOOPBACK_FAULT", faults) {}
 
 private:
-    ScopedVariable variable;
+    ScopedVariable variable_;
 };
 
 /// Watches for calls that the contract with the engine forbids (calls after release, on handles that are gone, from two
@@ -90,9 +90,9 @@ public:
     Result check() const;
 
 private:
-    TemporaryFolder folder;
-    std::string file;  // in it; the engine creates it
-    ScopedVariable variable;
+    TemporaryFolder folder_;
+    std::string file_;  // in it; the engine creates it
+    ScopedVariable variable_;
 };
 
 }  // namespace Zant::Testkit

@@ -10,26 +10,26 @@
 
 namespace Zant::Testkit {
 
-ScopedVariable::ScopedVariable(std::string variableName, const std::string& value) : name(std::move(variableName)) {
-    if (const char* old = getenv(name.c_str())) before = old;
-    if (setenv(name.c_str(), value.c_str(), 1) != 0) throw std::runtime_error("cannot set the variable " + name);
+ScopedVariable::ScopedVariable(std::string variableName, const std::string& value) : name_(std::move(variableName)) {
+    if (const char* old = getenv(name_.c_str())) before_ = old;
+    if (setenv(name_.c_str(), value.c_str(), 1) != 0) throw std::runtime_error("cannot set the variable " + name_);
 }
 
 ScopedVariable::~ScopedVariable() {
-    if (before) {
-        setenv(name.c_str(), before->c_str(), 1);
+    if (before_) {
+        setenv(name_.c_str(), before_->c_str(), 1);
     } else {
-        unsetenv(name.c_str());
+        unsetenv(name_.c_str());
     }
 }
 
-TemporaryFolder::TemporaryFolder() : path((std::filesystem::temp_directory_path() / "zant-testkit-XXXXXX").string()) {
-    if (!mkdtemp(path.data())) throw std::runtime_error("cannot make " + path + ": " + std::strerror(errno));
+TemporaryFolder::TemporaryFolder() : path_((std::filesystem::temp_directory_path() / "zant-testkit-XXXXXX").string()) {
+    if (!mkdtemp(path_.data())) throw std::runtime_error("cannot make " + path_ + ": " + std::strerror(errno));
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
+    std::filesystem::remove_all(path_, ignored);
 }
 
 }  // namespace Zant::Testkit

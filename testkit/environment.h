@@ -18,8 +18,8 @@ public:
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
 private:
-    std::string name;
-    std::optional<std::string> before;
+    std::string name_;
+    std::optional<std::string> before_;
 };
 
 /// A folder of its own under the system's folder for temporary files, removed with all that is in it.
@@ -31,10 +31,10 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    const std::string& name() const { return path; }
+    const std::string& name() const { return path_; }
 
 private:
-    std::string path;
+    std::string path_;
 };
 
 }  // namespace Zant::Testkit

@@ -5,13 +5,13 @@
 
 namespace Zant::Testkit {
 
-LoopbackEngine::LoopbackEngine(const std::string& engineDirectory) : commandLog(engineDirectory) {
+LoopbackEngine::LoopbackEngine(const std::string& engineDirectory) : commandLog_(engineDirectory) {
     if (library().isLoaded()) throw std::runtime_error("an engine is loaded already: it would not write to this log");
     std::string reason;
-    if (!library().loadExplicitly(commandLog.engineDirectory().c_str())) {
+    if (!library().loadExplicitly(commandLog_.engineDirectory().c_str())) {
         reason = library().getLoadError();
-    } else if (!commandLog.isRecording()) {
-        reason = "what is in " + commandLog.engineDirectory() + " writes no log";
+    } else if (!commandLog_.isRecording()) {
+        reason = "what is in " + commandLog_.engineDirectory() + " writes no log";
     } else {
         return;
     }

@@ -26,10 +26,10 @@ public:
     LoopbackEngine& operator=(const LoopbackEngine&) = delete;
 
     Library& library() { return *getLibrary(nullptr); }
-    CommandLog& log() { return commandLog; }
+    CommandLog& log() { return commandLog_; }
 
 private:
-    CommandLog commandLog;
+    CommandLog commandLog_;
 };
 
 }  // namespace Zant::Testkit

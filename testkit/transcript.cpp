@@ -27,14 +27,14 @@ size_t indentation(const std::string& line) {
 void Transcript::addLines(const std::string& text) {
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);)
-        lineList.push_back({line, lineList.size() + 1});
+        lineList_.push_back({line, lineList_.size() + 1});
 }
 
 Transcript Transcript::fromText(const std::string& text, std::string source) {
     Transcript transcript;
-    transcript.sourceName = std::move(source);
+    transcript.sourceName_ = std::move(source);
     transcript.addLines(text);
-    std::vector<Line>& lines = transcript.lineList;
+    std::vector<Line>& lines = transcript.lineList_;
     lines.erase(std::remove_if(lines.begin(), lines.end(), [](const Line& line) { return isBlank(line.text); }),
                 lines.end());
     size_t common = std::string::npos;
@@ -52,7 +52,7 @@ Transcript Transcript::fromFile(const std::string& file, size_t offset) {
     if (!stream) fail("read", file);
     if (stream.peek() != std::ifstream::traits_type::eof()) text << stream.rdbuf();
     Transcript transcript;
-    transcript.sourceName = file;
+    transcript.sourceName_ = file;
     transcript.addLines(text.str());
     return transcript;
 }
@@ -66,7 +66,7 @@ void Transcript::save(const std::string& file) const {
 
 std::string Transcript::text() const {
     std::string all;
-    for (const Line& line : lineList)
+    for (const Line& line : lineList_)
         all += line.text + '\n';
     return all;
 }

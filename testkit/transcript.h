@@ -18,14 +18,14 @@ public:
     /// @param message not empty
     static Result failure(std::string message) { return Result(std::move(message)); }
 
-    explicit operator bool() const { return text.empty(); }
+    explicit operator bool() const { return text_.empty(); }
     /// Several lines; empty for a success.
-    const std::string& message() const { return text; }
+    const std::string& message() const { return text_; }
 
 private:
-    explicit Result(std::string message) : text(std::move(message)) {}
+    explicit Result(std::string message) : text_(std::move(message)) {}
 
-    std::string text;
+    std::string text_;
 };
 
 /// Commands as canonical plain text, the way the loopback engine writes them down: one command to a line, except
@@ -52,18 +52,18 @@ public:
     /// Writes the lines to a file, to be compared with later. Throws std::runtime_error when it cannot be written.
     void save(const std::string& file) const;
 
-    const std::vector<Line>& lines() const { return lineList; }
+    const std::vector<Line>& lines() const { return lineList_; }
     /// What messages call it.
-    const std::string& source() const { return sourceName; }
-    void setSource(std::string source) { sourceName = std::move(source); }
+    const std::string& source() const { return sourceName_; }
+    void setSource(std::string source) { sourceName_ = std::move(source); }
     /// All lines, each with a newline.
     std::string text() const;
 
 private:
     void addLines(const std::string& text);
 
-    std::vector<Line> lineList;
-    std::string sourceName;
+    std::vector<Line> lineList_;
+    std::string sourceName_;
 };
 
 /// Compares two transcripts byte by byte. The message shows the first line that differs: where it stands on both sides,

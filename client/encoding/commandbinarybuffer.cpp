@@ -50,9 +50,9 @@ CommandBinaryBuffer::~CommandBinaryBuffer() = default;
 
 void CommandBinaryBuffer::grow(size_t words) {
     if (isBeingParsed()) return growBesideParser(words);
-    const size_t used = block.buffer ? static_cast<size_t>(position - block.buffer) : firstItem;
-    block.dataSize = block.buffer ? used : 0;
-    block.fit(used + words * wordSize);
+    const size_t used = block_.buffer ? static_cast<size_t>(position_ - block_.buffer) : firstItem;
+    block_.dataSize = block_.buffer ? used : 0;
+    block_.fit(used + words * wordSize);
     continueAt(used);
 }
 
@@ -60,34 +60,34 @@ void CommandBinaryBuffer::grow(size_t words) {
 void CommandBinaryBuffer::growBesideParser(size_t words) {
     ResizableBuffer own;
     own.fit(firstItem + words * wordSize);
-    block.buffer = std::exchange(own.buffer, nullptr);
-    block.bufferSize = own.bufferSize;
+    block_.buffer = std::exchange(own.buffer, nullptr);
+    block_.bufferSize = own.bufferSize;
     continueAt(firstItem);
 }
 
 inline bool CommandBinaryBuffer::isBeingParsed() const {
-    return block.buffer && lastPlace == block.buffer;
+    return block_.buffer && lastPlace_ == block_.buffer;
 }
 
 inline void CommandBinaryBuffer::continueAt(size_t used) {
-    position = block.buffer + used;
-    lastPlace = block.buffer + (block.bufferSize > itemRoom ? block.bufferSize - itemRoom : 1);
+    position_ = block_.buffer + used;
+    lastPlace_ = block_.buffer + (block_.bufferSize > itemRoom ? block_.bufferSize - itemRoom : 1);
 }
 
 inline char* CommandBinaryBuffer::take(size_t words) {
-    char* const start = position;
-    position += words * wordSize;
+    char* const start = position_;
+    position_ += words * wordSize;
     return start;
 }
 
 inline char* CommandBinaryBuffer::takeGrowing(size_t words) {
-    if (position > lastPlace || words > itemWords) grow(std::max(words, itemWords));
+    if (position_ > lastPlace_ || words > itemWords) grow(std::max(words, itemWords));
     return take(words);
 }
 
 /// Leaves the place of the block's length, and nothing else.
 inline void CommandBinaryBuffer::begin() {
-    put(block.buffer, int64_t{0});
+    put(block_.buffer, int64_t{0});
     continueAt(firstItem);
 }
 
@@ -96,20 +96,20 @@ void CommandBinaryBuffer::discard() {
 }
 
 std::string_view CommandBinaryBuffer::finish() {
-    if (position > lastPlace) grow(endWords);
+    if (position_ > lastPlace_) grow(endWords);
     put(take(endWords), endMarker);
-    const ptrdiff_t length = position - block.buffer;
-    put(block.buffer, length);
-    return {block.buffer, static_cast<size_t>(length)};
+    const ptrdiff_t length = position_ - block_.buffer;
+    put(block_.buffer, length);
+    return {block_.buffer, static_cast<size_t>(length)};
 }
 
 void CommandBinaryBuffer::parse() {
     finish();
     if (errorCode != 0 || !instance) return begin();
     // While the parser has the block, no place is left in it for an item.
-    char* const sent = block.buffer;
-    char* const place = std::exchange(lastPlace, sent);
-    position = sent + firstItem;
+    char* const sent = block_.buffer;
+    char* const place = std::exchange(lastPlace_, sent);
+    position_ = sent + firstItem;
     int result;
     try {
         result = instance->parse(sent, nullptr, ParseBinary);
@@ -117,16 +117,16 @@ void CommandBinaryBuffer::parse() {
         beginAfter(sent);
         throw;
     }
-    if (block.buffer != sent)
+    if (block_.buffer != sent)
         beginAfter(sent);
     else
-        lastPlace = place;
+        lastPlace_ = place;
     error(result);
 }
 
 /// After a block that was parsed while another command got a block of its own, or that was left by an exception.
 void CommandBinaryBuffer::beginAfter(const char* sent) {
-    if (block.buffer != sent) delete[] sent;
+    if (block_.buffer != sent) delete[] sent;
     begin();
 }
 
@@ -140,13 +140,13 @@ void CommandBinaryBuffer::growAndRepeat(size_t words, Item item) {
 }
 
 void CommandBinaryBuffer::addEnum(int number, const char*) {
-    if (lastPlace - position < symbolCommandRoom)
+    if (lastPlace_ - position_ < symbolCommandRoom)
         return growAndRepeat(symbolCommandWords, [=] { CommandBinaryBuffer::addEnum(number, nullptr); });
     put(take(keywordWords), int64_t{number});
 }
 
 void CommandBinaryBuffer::addDouble(double value) {
-    if (position > lastPlace) return growAndRepeat(itemWords, [=] { CommandBinaryBuffer::addDouble(value); });
+    if (position_ > lastPlace_) return growAndRepeat(itemWords, [=] { CommandBinaryBuffer::addDouble(value); });
     char* const out = take(numberWords);
     put(out, int64_t{0});
     put(out + wordSize, value);
@@ -160,7 +160,7 @@ void CommandBinaryBuffer::addString(const char* string) {
 }
 
 void CommandBinaryBuffer::addVector(const Vector& vector) {
-    if (position > lastPlace)
+    if (position_ > lastPlace_)
         return growAndRepeat(itemWords, [this, &vector] { CommandBinaryBuffer::addVector(vector); });
     if (static_cast<unsigned int>(vector.count) > 4) return addCutVector(vector);
     // All components are copied, so that the copy has a fixed size; only those in use count.
@@ -194,7 +194,7 @@ void CommandBinaryBuffer::addCoordSys(const CoordSys& coordSys) {
 
 void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
     if (symbol.registered == 0) return CommandBinaryBuffer::addString(symbol.name);
-    if (position > lastPlace)
+    if (position_ > lastPlace_)
         return growAndRepeat(itemWords, [this, &symbol] { CommandBinaryBuffer::addSymbol(symbol); });
     char* const out = take(registeredWords);
     put(out, int64_t{0});
@@ -204,13 +204,13 @@ void CommandBinaryBuffer::addSymbol(const Symbol& symbol) {
 template <class T>
 void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
     const char* const first = takeGrowing(listWords);
-    const ptrdiff_t before = first - block.buffer;
+    const ptrdiff_t before = first - block_.buffer;
     // An allocation that fails takes the list back.
     struct Rollback {
         CommandBinaryBuffer& owner;
         ptrdiff_t start;
         ~Rollback() {
-            if (start != 0) owner.position = owner.block.buffer + start;
+            if (start != 0) owner.position_ = owner.block_.buffer + start;
         }
     } rollback{*this, before};
     for (size_t i = 0; i < list.count; ++i) {
@@ -218,9 +218,9 @@ void CommandBinaryBuffer::addVarLen(const VarLenTemplate<T>& list) {
     }
     put(takeGrowing(endWords), endMarker);
     rollback.start = 0;
-    char* const start = block.buffer + before;
+    char* const start = block_.buffer + before;
     put(start, listMarker);
-    put(start + wordSize, position - (start + listWords * wordSize));
+    put(start + wordSize, position_ - (start + listWords * wordSize));
 }
 
 void CommandBinaryBuffer::addVarLenDouble(const VarLenDouble& list) {

@@ -49,12 +49,12 @@ protected:
     std::string_view finish();
 
     /// @return the place of the next item, which is after the last one and its padding
-    char* nextItem() const { return position; }
+    char* nextItem() const { return position_; }
 
 private:
-    ResizableBuffer block;
-    char* position = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
-    char* lastPlace = nullptr;  ///< up to here there is room for any item of a fixed size
+    ResizableBuffer block_;
+    char* position_ = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
+    char* lastPlace_ = nullptr;  ///< up to here there is room for any item of a fixed size
 
     [[gnu::noinline, gnu::cold]] void grow(size_t words);  // inlined, it would cost every item a stack frame
     template <class Item>

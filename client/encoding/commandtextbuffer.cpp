@@ -109,7 +109,7 @@ void CommandTextBuffer::send(const char* source, ParseMode mode) {
 
 int CommandTextBuffer::deliver(const char* source, ParseMode mode) {
     const char* const command = getTerminatedBuffer();
-    const LentBlock lent(text);
+    const LentBlock lent(text_);
     return instance->parse(command, source, mode);
 }
 
@@ -120,12 +120,12 @@ void CommandTextBuffer::generateAutoname(Symbol& symbol, char* name) {
 void CommandTextBuffer::addEnum(int number, const char* word) {
     if (quick || !word) return addEnumQuick(number);
     const size_t length = std::strlen(word);
-    const char* const next = text.separator ? "," : " ";
+    const char* const next = text_.separator ? "," : " ";
     end(put(begin(length + symbolCommandRoom), word, length), next);
 }
 
 void CommandTextBuffer::addEnumQuick(int number) {
-    const char* const next = quick || text.separator ? "," : " ";
+    const char* const next = quick || text_.separator ? "," : " ";
     char* const out = put(begin(numberTextRoom + 2 + symbolCommandRoom), '[');
     end(put(writeNumberText(number, out), ']'), next);
 }
@@ -181,26 +181,26 @@ void CommandTextBuffer::addVarLenSymbol(const VarLenSymbol& list) {
 }
 
 void CommandTextBuffer::addAxesCore(const ZantAxesCore& axes) {
-    text.fit(text.dataSize + axesRoom);
-    end(putAxes(text.buffer + text.dataSize, axes), text.separator);
+    text_.fit(text_.dataSize + axesRoom);
+    end(putAxes(text_.buffer + text_.dataSize, axes), text_.separator);
 }
 
 void CommandTextBuffer::setCommandSeparator() {
-    text.separator = quick || text.separator ? "," : " ";
+    text_.separator = quick || text_.separator ? "," : " ";
 }
 
 void CommandTextBuffer::setArgumentSeparator() {
-    text.separator = ",";
+    text_.separator = ",";
 }
 
 const char* CommandTextBuffer::getTerminatedBuffer() {
-    text.concat(";");
-    return text;
+    text_.concat(";");
+    return text_;
 }
 
 void CommandTextBuffer::discard() {
-    text.dataSize = 0;
-    text.separator = nullptr;
+    text_.dataSize = 0;
+    text_.separator = nullptr;
 }
 
 // ---- CommandQuickTextBuffer -----------------------------------------------------------------------------------------
@@ -225,7 +225,7 @@ CommandOfflineBuffer::~CommandOfflineBuffer() = default;
 
 void CommandOfflineBuffer::parse() {
     const char* const command = getTerminatedBuffer();
-    const LentBlock lent(text);
+    const LentBlock lent(text_);
     parseOffline(command);
 }
 

@@ -22,7 +22,7 @@ namespace Zant {
 ///
 /// Threads: one at a time. That holds for the subclasses as well; parseOffline() is called on the writing thread.
 class CommandTextBuffer : public CommandBuffer {
-    TextBuffer text;
+    TextBuffer text_;
 
 public:
     bool quick = false;  ///< keywords as numbers in brackets instead of words
@@ -81,17 +81,17 @@ private:
     /// Makes room for the pending separator and one item, and writes the separator.
     /// @return where the item starts
     char* begin(size_t room) {
-        text.fit(text.dataSize + room + 1);
-        char* const out = text.buffer + text.dataSize;
-        if (!text.separator) return out;
-        *out = *text.separator;  // every separator of the language is one character
+        text_.fit(text_.dataSize + room + 1);
+        char* const out = text_.buffer + text_.dataSize;
+        if (!text_.separator) return out;
+        *out = *text_.separator;  // every separator of the language is one character
         return out + 1;
     }
 
     /// Ends the item, and sets the separator for the next one.
     void end(const char* position, const char* separator) {
-        text.dataSize = static_cast<size_t>(position - text.buffer);
-        text.separator = separator;
+        text_.dataSize = static_cast<size_t>(position - text_.buffer);
+        text_.separator = separator;
     }
 
     int deliver(const char* source, ParseMode mode);
@@ -115,7 +115,7 @@ void CommandTextBuffer::addVarLen(const VarLenTemplate<T>& list) {
             text->dataSize = size;
             text->separator = separator;
         }
-    } rollback{&text, text.dataSize, text.separator};
+    } rollback{&text_, text_.dataSize, text_.separator};
     const bool braces = list.count >= 2;
     char* out = begin(1);
     if (braces) *out++ = '{';
@@ -123,7 +123,7 @@ void CommandTextBuffer::addVarLen(const VarLenTemplate<T>& list) {
     for (size_t i = 0; i < list.count; ++i) {
         addItem(list.items[i]);
     }
-    text.separator = nullptr;
+    text_.separator = nullptr;
     out = begin(1);
     if (braces) *out++ = '}';
     end(out, ",");
