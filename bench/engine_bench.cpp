@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include "bench/ratio.h"
+#include "bench/contest.h"
 #include "client/engine/instance.h"
 #include "client/engine/jobsplit.h"
 #include "client/engine/raytrace.h"
@@ -85,6 +85,7 @@ bool jobsOnThreads(const MTFunctionsVtable* table) {
     const size_t dims[3] = {side, side, 1};
 
     Contest contest("jobs: an item, two threads", items);
+    contest.usesThreads();
     contest.ours("MTJobSplit on engine threads", [&] { split.start(dims, 2); });
     contest.peer("std::thread, half of the rows each", [&] {
         std::thread other([&] { cells.workRows(side / 2, side); });

@@ -1,12 +1,10 @@
-// How fast commands are checked: text through the streaming window, blocks from memory.
-
-#include <benchmark/benchmark.h>
-
+// How fast commands are read: text through the streaming window, blocks from memory. An item is a byte.
 #include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "bench/contest.h"
 #include "language/reader.h"
 #include "language/writer.h"
 
@@ -14,6 +12,9 @@ using namespace Zant;
 using namespace Zant::Language;
 
 namespace {
+
+constexpr size_t textSize = 1 << 17;
+constexpr size_t blockPasses = 200;
 
 /// A scene as a host writes it: declarations, geometry, lists, settings.
 const char* const scene =
@@ -25,74 +26,84 @@ const char* const scene =
     "vertex3d corners,17,{(0.125,0.25,1.0625),(1.5,0.75,1),(1,1,0)};meshAddPoly panel,3,{0,1,2,3};\n"
     "fg gradients,0.5,2;sett imageSampler,qmcAdaptive,2,16,0.01;echo \"frame 12 of \"\"room\"\"\";\n";
 
-class RepeatedText : public TextSource {
+/// A long text that hands out what is asked for, as a file would.
+class Repeated : public TextSource {
 public:
-    RepeatedText(const std::string& repeated, size_t count) : piece(repeated), left(count) {}
+    explicit Repeated(const std::string& text) : text_(text) {}
     size_t read(char* into, size_t room) override {
-        const size_t count = std::min(left, room / piece.size());
-        for (size_t k = 0; k < count; ++k)
-            std::memcpy(into + k * piece.size(), piece.data(), piece.size());
-        left -= count;
-        return count * piece.size();
+        const size_t count = std::min(room, text_.size() - at_);
+        std::memcpy(into, text_.data() + at_, count);
+        at_ += count;
+        return count;
     }
 
 private:
-    const std::string& piece;
-    size_t left;
+    const std::string& text_;
+    size_t at_ = 0;
 };
 
-std::vector<std::string> sceneIn(TextWriter::Form form) {
+std::string longTextIn(TextWriter::Form form) {
+    std::string once, whole;
     TextReader reader{std::string_view(scene)};
     TextWriter writer(form);
-    std::vector<std::string> texts;
     for (Command command; reader.next(command) == ReadResult::Command;)
-        texts.emplace_back(writer.write(command));
-    return texts;
+        once.append(writer.write(command)).append("\n");
+    while (whole.size() < textSize)
+        whole += once;
+    return whole;
 }
 
-void checkText(benchmark::State& state, TextWriter::Form form) {
-    std::string text;
-    for (const std::string& command : sceneIn(form))
-        text += command + "\n";
-    const size_t copies = 16 * 1024 * 1024 / text.size();
-    size_t commands = 0;
-    for (auto _ : state) {
-        RepeatedText source(text, copies);
-        TextReader reader(source);
-        for (Command command; reader.next(command) == ReadResult::Command;)
-            ++commands;
-    }
-    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(copies * text.size()));
-    state.SetItemsProcessed(static_cast<int64_t>(commands));
-}
-
-void checkBlocks(benchmark::State& state) {
-    TextReader textReader{std::string_view(scene)};
+std::vector<std::string> blocksOfScene() {
+    TextReader reader{std::string_view(scene)};
     BinaryWriter writer;
     std::vector<std::string> blocks;
-    for (Command command; textReader.next(command) == ReadResult::Command;) {
-        const auto* block = static_cast<const char*>(writer.write(command));
+    for (Command command; reader.next(command) == ReadResult::Command;) {
+        const auto* const block = static_cast<const char*>(writer.write(command));
         blocks.emplace_back(block, writer.size());
     }
-    BinaryReader reader;
-    Command command;
-    size_t bytes = 0, commands = 0;
-    for (auto _ : state) {
-        for (const std::string& block : blocks) {
-            if (reader.read(block.data(), block.size(), command) != ReadResult::Command)
-                state.SkipWithError("a block is not understood");
-            bytes += block.size();
-            ++commands;
-        }
-    }
-    state.SetBytesProcessed(static_cast<int64_t>(bytes));
-    state.SetItemsProcessed(static_cast<int64_t>(commands));
+    return blocks;
 }
 
-BENCHMARK_CAPTURE(checkText, plain, TextWriter::Form::Plain)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(checkText, quick, TextWriter::Form::Quick)->Unit(benchmark::kMillisecond);
-BENCHMARK(checkBlocks);
+void readText(const char* title, TextWriter::Form form) {
+    const std::string text = longTextIn(form);
+    Contest contest(title, text.size());
+    contest.ours("TextReader", [&] {
+        Repeated source(text);
+        TextReader reader(source);
+        for (Command command; reader.next(command) == ReadResult::Command;)
+            keep(command);
+    });
+    std::string copy(text.size(), ' ');
+    contest.aside("limit: memcpy", [&] {
+        std::memcpy(copy.data(), text.data(), text.size());
+        keep(*copy.data());
+    });
+    contest.run();
+}
+
+void readBlocks() {
+    const std::vector<std::string> blocks = blocksOfScene();
+    size_t size = 0;
+    for (const std::string& block : blocks)
+        size += block.size();
+    BinaryReader reader;
+    Command command;
+    Contest contest("reading blocks", size * blockPasses);
+    contest.ours("BinaryReader", [&] {
+        for (size_t pass = 0; pass < blockPasses; ++pass) {
+            for (const std::string& block : blocks) {
+                reader.read(block.data(), block.size(), command);
+                keep(command);
+            }
+        }
+    });
+    contest.run();
+}
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main() {
+    readText("reading plain text", TextWriter::Form::Plain);
+    readText("reading quick text", TextWriter::Form::Quick);
+    readBlocks();
+}

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/ratio.h"
+#include "bench/contest.h"
 #include "own/str2num.h"
 #include "own/textbuffer.h"
 

@@ -7,7 +7,7 @@
 #include <OpenImageIO/imageio.h>
 #endif
 
-#include "bench/ratio.h"
+#include "bench/contest.h"
 #include "client/symbols/bitmap.h"
 #include "client/symbols/vertexmap.h"
 

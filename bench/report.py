@@ -1,5 +1,4 @@
 """Writes docs/performance.md and its charts from what the benchmark programs have measured."""
-import json
 import os
 import pathlib
 import platform
@@ -19,11 +18,11 @@ SUBJECTS = {
 
 
 class Result:
-    """One line of a results file, as bench/ratio.h describes it."""
+    """One line of a results file, as bench/contest.h describes it."""
 
     def __init__(self, fields):
         self.contest, self.name, self.side = fields[:3]
-        self.ns, self.quartile1, self.quartile3, self.ratio, self.low, self.high, self.target = map(float, fields[3:])
+        self.ns, self.quartile1, self.quartile3, self.ratio, self.low, self.high, self.target, self.repeated = map(float, fields[3:])
         self.missed = self.target != 0 and self.low > self.target
         self.label = self.contest
 
@@ -76,30 +75,35 @@ def figure(value):
     return f"{value:.3g}" if value < 1000 else f"{value:.0f}"
 
 
-def table(results):
-    rows = ["| | | ns | quartiles | ratio | 95 % interval | target |", "|---|---|---:|---:|---:|---:|---:|"]
-    last = None
+def count_columns(result, contest, counts):
+    """Instructions, and their ratio to the peer that needs the fewest; nothing where they were not counted."""
+    one = counts.get((result.contest, result.name))
+    if not one:
+        return " | "
+    peers = [counts[peer.contest, peer.name].each for peer in contest["peer"] if (peer.contest, peer.name) in counts]
+    ratio = one.each / min(peers) if peers else None
+    over = result.side == "ours" and ratio and result.target and ratio > result.target
+    return f"{figure(one.each)} | {'' if ratio is None else f'{ratio:.2f}'}{' **over**' if over else ''}"
+
+
+def table(results, counts):
+    rows = ["| | | ns | quartiles | ratio | 95 % interval | instructions | ratio | target | repeated |",
+            "|---|---|---:|---:|---:|---:|---:|---:|---:|---:|"]
+    grouped, last = contests(results), None
     for result in results:
         interval = f"{result.low:.2f} to {result.high:.2f}" if result.ratio else ""
+        ratio = f"{result.ratio:.2f}" if result.ratio else ""
         target = f"{result.target:g}{' **missed**' if result.missed else ''}" if result.target else ""
         name = f"**{result.name}**" if result.side == "ours" else result.name
-        rows.append(f"| {result.contest if result.contest != last else ''} | {name} | {figure(result.ns)} | "
-                    f"{figure(result.quartile1)} to {figure(result.quartile3)} | {result.ratio:.2f} | {interval} | {target} |")
+        first = result.contest != last
+        rows.append(f"| {result.contest if first else ''} | {name} | {figure(result.ns)} | {figure(result.quartile1)} to "
+                    f"{figure(result.quartile3)} | {ratio} | {interval} | {count_columns(result, grouped[result.contest], counts)} | {target} | "
+                    f"{f'{result.repeated:.0f}' if first else ''} |")
         last = result.contest
     return rows
 
 
-def throughput(path):
-    """What Google Benchmark measured: speeds without a peer."""
-    if not path.exists():
-        return []
-    rows = ["| | MB/s | commands/s |", "|---|---:|---:|"]
-    for entry in json.loads(path.read_text())["benchmarks"]:
-        rows.append(f"| `{entry['name']}` | {entry['bytes_per_second'] / 1e6:.0f} | {entry['items_per_second']:,.0f} |")
-    return rows
-
-
-def section(name, results, speeds, folder):
+def section(name, results, counts, folder):
     lines = [f"## {SUBJECTS.get(name, name)}", "", f"`scripts/bench {name}`", ""]
     rows = chart_rows(results)
     if rows:
@@ -109,22 +113,24 @@ def section(name, results, speeds, folder):
         missed = sum(one.missed for one, _, _ in rows)
         targets = sum(one.target != 0 for one, _, _ in rows)
         lines += [f"![{SUBJECTS.get(name, name)}: {len(rows)} comparisons](performance/{name}.svg)", "",
-                  f"{len(rows)} comparisons, {targets} with a target, {missed} missed.", "",
-                  "<details><summary>Every figure</summary>", "", *table(results), "", "</details>", ""]
-    return lines + ([*speeds, ""] if speeds else [])
+                  f"{len(rows)} comparisons, {targets} with a target, {missed} missed.", ""]
+    return lines + ["<details><summary>Every figure</summary>", "", *table(results, counts), "", "</details>", ""]
 
 
 def write_report(folder, measured, cache, load):
-    """Writes performance.md into a folder. `measured` holds (name, results file, throughput file)."""
+    """Writes performance.md into a folder. `measured` holds (name, results, counts by contest and contestant)."""
     lines = ["# Performance", "",
              "Written by `scripts/bench --report`, which builds and runs every benchmark; do not edit. Each figure stands",
-             "beside what a user would pick instead, in the same process, taking turns. A ratio is ours to the best peer,",
-             "turn by turn, so 0.5 is twice as fast; below 1 is good. A target counts as missed when the whole interval",
-             "lies above it.", "",
+             "beside what a user would pick instead, in the same process, taking turns on one processor. A ratio is ours to",
+             "the best peer, turn by turn, so 0.5 is twice as fast; below 1 is good. A target counts as missed when the whole",
+             "interval lies above it. Rounds in which the processor was taken away, or was slower than usual at a known piece",
+             "of work, were repeated: how many of each contest stands in the last column.", "",
+             "Instructions are counted by callgrind, in a run of their own. They do not depend on other work on the machine and",
+             "are the same in every run; their ratio is to the peer that needs the fewest.", "",
              f"Machine: {machine(cache)}.", "",
-             "Times are for one item: a number, a command, a pixel. Compared as it is asked for: a copy within one pixel format",
-             "has memcpy as its peer, whatever else there is.", "",
-             f"Load before it began: {load:.1f} (0 would be an idle machine; other work makes the intervals wider).", ""]
-    for name, results, speeds in measured:
-        lines += section(name, read_results(results), throughput(speeds), folder)
+             "Figures are for one item: a number, a command, a pixel, a byte of what is read (1000 / ns is MB/s). Compared as it",
+             "is asked for: a copy within one pixel format has memcpy as its peer, whatever else there is.", "",
+             f"Load before it began: {load:.1f} (0 would be an idle machine).", ""]
+    for name, results, counts in measured:
+        lines += section(name, results, counts, folder)
     (folder / "performance.md").write_text("\n".join(lines).rstrip() + "\n")

@@ -6,7 +6,7 @@
 #include <array>
 #include <random>
 
-#include "bench/ratio.h"
+#include "bench/contest.h"
 #include "client/values/coordsys.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "bench/ratio.h"
+#include "bench/contest.h"
 #include "client/values/vector.h"
 
 /// What a host would write the same commands with instead.
