@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <system_error>
-#include <thread>
 
 #include "app/childprocess.h"
 #include "app/libraryfile.h"
@@ -161,8 +161,8 @@ void commaLocale(const Rehearsed& options) {
 
 void otherThread(const Rehearsed& options) {
     const Plugin plugin(options, options.plugin);
-    std::thread([&] { plugin.start(); }).join();
-    std::thread([&] { plugin.work(); }).join();
+    std::async(std::launch::async, [&] { plugin.start(); }).get();
+    std::async(std::launch::async, [&] { plugin.work(); }).get();
     plugin.stop();
     plugin.close();
 }

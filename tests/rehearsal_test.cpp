@@ -44,7 +44,7 @@ TEST_F(Rehearsal, FindsPlantedMistakes) {
         const char* fault = "";
         const char* limit = "30";
     } rows[] = {
-        {"does-not-start", "the plug-in's start hook answered 0", 9},
+        {"does-not-start", "the plug-in's start hook answered 0", 10},
         {"after-release", "the engine saw: parse: the parser context is no longer alive", 8},
         {"after-unload", "the engine saw: parse: the parser context is no longer alive", 8},
         {"static-destructor", "the engine saw: parse: the parser context is no longer alive", 9},
