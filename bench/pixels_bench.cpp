@@ -84,52 +84,58 @@ bool copyBetween(int from, int to, int size, int repeats) {
     return contest.run();
 }
 
-/// All rows of a map of three components, out and back in, one sample after another.
+/// Rows of three components, as a map stores them and as a host has them.
+template <class Stored, class Value>
+struct Rows {
+    static constexpr size_t count = 1 << 16;
+    std::vector<Stored> values = std::vector<Stored>(count * 3);
+    std::vector<Value> host = std::vector<Value>(count * 3);
+    ZantVertexMapRecord record{count, values.data(), 3, 1};
+
+    /// Every row out and back in, one sample after another.
+    template <class Get, class Set>
+    Contest::Turn outAndIn(Get get, Set set) {
+        return [this, get, set] {
+            for (size_t row = 0; row < count; ++row)
+                get(row, &host[3 * row]);
+            keep(host[0]);
+            for (size_t row = 0; row < count; ++row)
+                set(row, &host[3 * row]);
+            keep(values[0]);
+        };
+    }
+};
+
 template <class Stored, class Value>
 bool copyRows(const char* title) {
-    constexpr size_t rows = 1 << 16;
-    std::vector<Stored> values(rows * 3);
-    std::vector<Value> host(rows * 3);
-    ZantVertexMapRecord record{rows, values.data(), 3, 1};
+    Rows<Stored, Value> rows;
     VertexMapInfo info;
-    info.record = &record;
+    info.record = &rows.record;
     info.isDouble = sizeof(Stored) == sizeof(double);
-    Contest contest(title, 2 * rows, 41);
-    contest.ours(
-        "getRow and setRow",
-        [&] {
-            for (size_t row = 0; row < rows; ++row)
-                info.getRow(row, &host[3 * row], 0);
-            keep(host[0]);
-            for (size_t row = 0; row < rows; ++row)
-                info.setRow(row, &host[3 * row], 0);
-            keep(values[0]);
-        },
-        1.25);
+    Contest contest(title, 2 * rows.count, 41);
+    contest.ours("getRow and setRow",
+                 rows.outAndIn([&](size_t row, Value* host) { info.getRow(row, host, 0); },
+                               [&](size_t row, const Value* host) { info.setRow(row, host, 0); }),
+                 1.25);
     if (std::is_same_v<Stored, Value>) {
-        contest.peer("memcpy of each row", [&] {
-            for (size_t row = 0; row < rows; ++row)
-                std::memcpy(&host[3 * row], info.getRowFloatPtr(row),
-                            static_cast<size_t>(record.dimension) * sizeof(Value));
-            keep(host[0]);
-            for (size_t row = 0; row < rows; ++row)
-                std::memcpy(info.getRowFloatPtr(row), &host[3 * row],
-                            static_cast<size_t>(record.dimension) * sizeof(Value));
-            keep(values[0]);
-        });
+        const auto size = [&] { return static_cast<size_t>(rows.record.dimension) * sizeof(Value); };
+        contest.peer(
+            "memcpy of each row",
+            rows.outAndIn(
+                [&, size](size_t row, Value* host) { std::memcpy(host, info.getRowFloatPtr(row), size()); },
+                [&, size](size_t row, const Value* host) { std::memcpy(info.getRowFloatPtr(row), host, size()); }));
     }
 #ifdef ZANT_BENCH_OPENIMAGEIO
     const auto type = [](size_t size) {
         return size == sizeof(double) ? OIIO::TypeDesc::DOUBLE : OIIO::TypeDesc::FLOAT;
     };
-    contest.peer("OpenImageIO, each row", [&] {
-        for (size_t row = 0; row < rows; ++row)
-            OIIO::convert_types(type(sizeof(Stored)), &values[3 * row], type(sizeof(Value)), &host[3 * row], 3);
-        keep(host[0]);
-        for (size_t row = 0; row < rows; ++row)
-            OIIO::convert_types(type(sizeof(Value)), &host[3 * row], type(sizeof(Stored)), &values[3 * row], 3);
-        keep(values[0]);
-    });
+    const auto stored = type(sizeof(Stored)), value = type(sizeof(Value));
+    contest.peer("OpenImageIO, each row",
+                 rows.outAndIn([&](size_t row,
+                                   Value* host) { OIIO::convert_types(stored, &rows.values[3 * row], value, host, 3); },
+                               [&](size_t row, const Value* host) {
+                                   OIIO::convert_types(value, host, stored, &rows.values[3 * row], 3);
+                               }));
 #endif
     return contest.run();
 }

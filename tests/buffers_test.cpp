@@ -179,8 +179,9 @@ TEST(TextBuffer, GrowsAsDefinedWhateverIsAppended) {
             const double number = static_cast<double>(random() % 4000000) / static_cast<double>(1 + random() % 1000);
             const std::string text(random() % 20, 'x');
             std::string added = text;
-            size_t terminator = 1;
-            switch (random() % 5) {
+            const auto kind = random() % 5;
+            const size_t terminator = kind < 3 ? 1 : 0;
+            switch (kind) {
                 case 0:
                     buffer.concat(text.c_str());
                     break;
@@ -195,13 +196,10 @@ TEST(TextBuffer, GrowsAsDefinedWhateverIsAppended) {
                 case 3:
                     buffer.addQuotedString(text.c_str(), '"');
                     added = '"' + text + '"';
-                    terminator = 0;
                     break;
                 default:
                     buffer.append('c');
                     added = "c";
-                    terminator = 0;
-                    break;
             }
             expected += added;
             size = grown(size, expected.size() + terminator);

@@ -130,7 +130,9 @@ TEST(Conversion, ReadsNumbersAsFarAsTheClientsParserAndRounds) {
                 {"1.7976931348623159e308", infinity}};
     for (const auto& row : rows)
         EXPECT_EQ(bitsOf(numberOf(row.text)), bitsOf(row.value)) << row.text;
+}
 
+TEST(Conversion, EndsNumbersWhereTheClientsParserDoes) {
     RandomCommands random(13);
     for (int round = 0; round < 200000; ++round) {
         std::string text(1, "0123456789."[random.below(11)]);
