@@ -17,13 +17,13 @@ bool BlockParser::parse(const void* block, size_t size, Command& target) {
 
 // A length word of 0 stands for an empty text, with a zero byte after it, and for a null text, which ends there. A
 // form with n texts is tried at most 2^n times, and no form has more than a few.
-int BlockParser::readings(ArgumentKind kind) const {
-    return kind == ArgumentKind::String && wordAt(here) == 0 ? 2 : 1;
+int BlockParser::readings(const PlaceKind& place) const {
+    return place.value == ValueKind::String && wordAt(here) == 0 ? 2 : 1;
 }
 
-bool BlockParser::readList(ArgumentKind kind) {
+bool BlockParser::readList(const PlaceKind& place) {
     // One item may stand without the marks of a list, as it does in text: vertex maps send their rows like that.
-    if (has(1) && wordAt(here) != listMarker) return readItem(kind);
+    if (has(1) && wordAt(here) != listMarker) return readItem(place);
     if (!has(listWords + endWords) || takeWord() != listMarker) return false;
     const uint64_t length = takeWord();
     if (length < wordSize || length % wordSize != 0 || length > left())
@@ -34,7 +34,7 @@ bool BlockParser::readList(ArgumentKind kind) {
     end = after - wordSize;
     bool good = true;
     while (good && here != end)
-        good = readItem(kind);
+        good = readItem(place);
     end = outerEnd;
     if (!good) return fail(complaint ? complaint : "the list holds something else");
     here = after;

@@ -25,11 +25,11 @@ public:
 private:
     friend class FormWalk;
 
-    int readings(ArgumentKind kind) const;
+    int readings(const PlaceKind& place) const;
     static void skipSpace() {}
     static bool readSeparator(Grammar::Node, int) { return true; }
     Grammar::Node readKeyword(Grammar::Node node) { return grammar.byNumber(node, takeWord()); }
-    bool readList(ArgumentKind kind);
+    bool readList(const PlaceKind& place);
     bool readNumber(double& number);
     bool readString();
     bool readVector(ZantVectorCore& vector);

@@ -7,7 +7,9 @@ namespace Zant::Language {
 enum CharacterClass : unsigned char {
     Space = 1,
     Delimiter = 2,  // ends a bare word or name, as white space does
-    Digit = 4
+    Digit = 4,
+    Letter = 8,    // a to z and A to Z
+    Exponent = 16  // begins that of a number; a letter as well
 };
 
 struct CharacterTable {
@@ -20,8 +22,14 @@ struct CharacterTable {
             set(mark, Delimiter);
         for (char digit = '0'; digit <= '9'; ++digit)
             set(digit, Digit);
+        for (char letter = 'a'; letter <= 'z'; ++letter) {
+            set(letter, Letter);
+            set(static_cast<char>(letter - 'a' + 'A'), Letter);
+        }
+        set('e', Exponent);
+        set('E', Exponent);
     }
-    constexpr void set(char character, CharacterClass to) { classes[static_cast<unsigned char>(character)] = to; }
+    constexpr void set(char character, CharacterClass to) { classes[static_cast<unsigned char>(character)] |= to; }
 };
 inline constexpr CharacterTable characterTable;
 

@@ -37,67 +37,18 @@ void Command::clear() {
     axesItems_.clear();
     coordSysItems_.clear();
     textItems_.clear();
-    texts_.clear();
-}
-
-void Command::beginValue(ArgumentKind place, size_t offset) {
-    Value value;
-    value.kind = valueKindOf(place);
-    value.isList = isListPlace(place);
-    value.first = static_cast<uint32_t>(itemCount(value.kind));
-    value.count = 0;
-    value.offset = static_cast<uint32_t>(offset);
-    valueList_.push_back(value);
-}
-
-size_t Command::itemCount(ValueKind kind) const {
-    switch (kind) {
-        case ValueKind::Keyword:
-            return 0;
-        case ValueKind::Number:
-            return numberItems_.size();
-        case ValueKind::Vector:
-            return vectorItems_.size();
-        case ValueKind::Axes:
-            return axesItems_.size();
-        case ValueKind::CoordSys:
-            return coordSysItems_.size();
-        default:
-            return textItems_.size();
-    }
-}
-
-void Command::addNumber(double number) {
-    numberItems_.emplace_back(number);
-    countItem();
-}
-
-void Command::addVector(const Vector& vector) {
-    vectorItems_.push_back(vector);
-    countItem();
-}
-
-void Command::addAxes(const Axes& axes) {
-    axesItems_.push_back(axes);
-    countItem();
-}
-
-void Command::addCoordSys(const CoordSys& coordSys) {
-    coordSysItems_.push_back(coordSys);
-    countItem();
-}
-
-void Command::addText(std::string_view text) {
-    textItems_.push_back(texts_.size());
-    texts_.append(text);
-    texts_.push_back('\0');
-    countItem();
+    textsEnd_ = 0;
+    for (uint32_t& count : itemCounts_)
+        count = 0;
 }
 
 void Command::extendText(std::string_view text) {
-    texts_.pop_back();
-    texts_.append(text);
-    texts_.push_back('\0');
+    --textsEnd_;  // the terminator
+    appendText(text);
+}
+
+void Command::growTexts(size_t size) {
+    texts_.resize(std::max<size_t>({64, 2 * texts_.size(), size}));
 }
 
 void Command::truncate(size_t valueCount) {
@@ -120,10 +71,12 @@ void Command::truncate(size_t valueCount) {
                 break;
             case ValueKind::String:
             case ValueKind::Symbol:
-                if (last.first < textItems_.size()) texts_.resize(textItems_[last.first]);
+                if (last.first < textItems_.size()) textsEnd_ = textItems_[last.first];
                 textItems_.resize(last.first);
+                itemCount(ValueKind::String) = itemCount(ValueKind::Symbol) = last.first;
                 break;
         }
+        itemCount(last.kind) = last.first;
         valueList_.pop_back();
     }
 }

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include "client/protos/argumentkinds.h"
 #include "client/values/axes.h"
 #include "client/values/coordsys.h"
 #include "client/values/varlen.h"
 #include "client/values/vector.h"
+#include "language/placekind.h"
 
 namespace Zant::Language {
 
@@ -25,15 +25,6 @@ struct Position {
     size_t column = 0;
 };
 
-/// @return the kind of value that a place of a form takes
-inline ValueKind valueKindOf(ArgumentKind place) {
-    return kindRow(place).value;
-}
-/// @return whether a place of a form takes a list
-inline bool isListPlace(ArgumentKind place) {
-    return kindRow(place).isList;
-}
-
 /// One value of a command: which of the command's stored items it is. Read it with the accessors of Command.
 struct Value {
     ValueKind kind = ValueKind::Keyword;
@@ -41,6 +32,11 @@ struct Value {
     uint32_t first = 0;   ///< index of its first item among the command's items of this kind; for Command itself
     uint32_t count = 1;   ///< items: 1, or the length of the list
     uint32_t offset = 0;  ///< bytes from the start of the command to where it stands
+
+    Value() = default;
+    /// One without an item yet.
+    Value(const PlaceKind& place, uint32_t firstItem, uint32_t itsOffset)
+        : kind(place.value), isList(place.isList), first(firstItem), count(0), offset(itsOffset) {}
 };
 
 /// One command, the same whichever encoding it was read from.
@@ -86,29 +82,52 @@ public:
     void clear();
 
     /// Building: begins the value of the next place, then adds its items, exactly one unless it is a list.
-    void beginValue(ArgumentKind place, size_t offset);
-    void addNumber(double number);
-    void addVector(const Vector& vector);
-    void addAxes(const Axes& axes);
-    void addCoordSys(const CoordSys& coordSys);
+    void beginValue(const PlaceKind& place, size_t offset) {
+        valueList_.emplace_back(place, itemCount(place.value), static_cast<uint32_t>(offset));
+    }
+    void addNumber(double number) { addItem(ValueKind::Number, numberItems_, number); }
+    void addVector(const Vector& vector) { addItem(ValueKind::Vector, vectorItems_, vector); }
+    /// @return a vector to be filled in: the origin
+    Vector& newVector() { return addItem(ValueKind::Vector, vectorItems_, Vector()); }
+    void addAxes(const Axes& axes) { addItem(ValueKind::Axes, axesItems_, axes); }
+    void addCoordSys(const CoordSys& coordSys) { addItem(ValueKind::CoordSys, coordSysItems_, coordSys); }
     /// @param text copied; it holds no zero byte
-    void addText(std::string_view text);
+    void addText(std::string_view text) {
+        addItem(ValueKind::String, textItems_, textsEnd_);
+        ++itemCount(ValueKind::Symbol);  // names are stored with the texts
+        appendText(text);
+    }
     /// Adds a piece to the text that was added last.
     void extendText(std::string_view text);
     /// Drops the values from the given one on, with their items.
     void truncate(size_t valueCount);
 
 private:
-    void countItem() { ++valueList_.back().count; }
-    size_t itemCount(ValueKind kind) const;
+    template <class Items, class Item>
+    typename Items::reference addItem(ValueKind kind, Items& items, const Item& item) {
+        ++itemCount(kind);
+        ++valueList_.back().count;
+        return items.emplace_back(item);
+    }
+    uint32_t& itemCount(ValueKind kind) { return itemCounts_[static_cast<size_t>(kind)]; }
+    void appendText(std::string_view text) {
+        const size_t end = textsEnd_ + text.size();
+        if (end >= texts_.size()) growTexts(end + 1);
+        text.copy(texts_.data() + textsEnd_, text.size());
+        texts_[end] = '\0';
+        textsEnd_ = end + 1;
+    }
+    void growTexts(size_t size);
 
     std::vector<Value> valueList_;
+    uint32_t itemCounts_[static_cast<size_t>(ValueKind::Symbol) + 1] = {};  // by kind
     std::vector<Double> numberItems_;
     std::vector<Vector> vectorItems_;
     std::vector<Axes> axesItems_;
     std::vector<CoordSys> coordSysItems_;
     std::vector<size_t> textItems_;  // offsets into texts
-    std::string texts_;              // each with its terminator
+    std::vector<char> texts_;        // each with its terminator; room for more after them
+    size_t textsEnd_ = 0;
 };
 
 /// @return where a value of a command that was read stands in the input; the command itself for a place that it has not

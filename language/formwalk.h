@@ -31,8 +31,12 @@ protected:
         start = here = first;
         end = last;
         const Grammar::Node node = encoding().readKeyword(Grammar::root);
-        if (node != Grammar::none) return walkOn(node, 0);
-        note(Problem::UnknownCommand, Grammar::root, 0, start);
+        if (node == Grammar::none) {
+            note(Problem::UnknownCommand, Grammar::root, 0, start);
+            return false;
+        }
+        if (walkOn(node, 0)) return true;
+        command->truncate(0);
         return false;
     }
 
@@ -47,35 +51,18 @@ protected:
     }
 
     /// One item of a list, or an argument that is not one.
-    bool readItem(ArgumentKind kind) {
-        switch (valueKindOf(kind)) {
-            case ValueKind::Number: {
-                double number = 0;
-                if (!encoding().readNumber(number) || !fitNumber(kind, number)) return false;
-                command->addNumber(number);
-                return true;
-            }
+    bool readItem(const PlaceKind& place) {
+        switch (place.value) {
+            case ValueKind::Number:
+                return addNumber(place.kind);
             case ValueKind::String:
                 return encoding().readString();
-            case ValueKind::Vector: {
-                ZantVectorCore vector{};
-                if (!encoding().readVector(vector)) return false;
-                command->addVector(vector);
-                return true;
-            }
-            case ValueKind::Axes: {
-                ZantAxesCore axes{};
-                if (!encoding().readAxes(axes)) return false;
-                command->addAxes(Axes::isEye(axes) ? Axes() : Axes(axes));
-                return true;
-            }
-            case ValueKind::CoordSys: {
-                ZantCoordSysCore coordSys{};
-                if (!encoding().readCoordSys(coordSys)) return false;
-                if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
-                command->addCoordSys(coordSys);
-                return true;
-            }
+            case ValueKind::Vector:
+                return addVector();
+            case ValueKind::Axes:
+                return addAxes();
+            case ValueKind::CoordSys:
+                return addCoordSys();
             default:
                 return encoding().readSymbol();
         }
@@ -93,55 +80,106 @@ protected:
 private:
     Encoding& encoding() { return static_cast<Encoding&>(*this); }
 
-    // Goes on after an item.
+    bool addNumber(ArgumentKind kind) {
+        double number = 0;
+        if (!encoding().readNumber(number) || !fitNumber(kind, number)) return false;
+        command->addNumber(number);
+        return true;
+    }
+
+    // Read in place: where that fails, the value does not stay.
+    bool addVector() { return encoding().readVector(command->newVector()); }
+
+    // Rare and large: inline, these two would burden the others.
+    [[gnu::noinline]] bool addAxes() {
+        ZantAxesCore axes{};
+        if (!encoding().readAxes(axes)) return false;
+        command->addAxes(Axes::isEye(axes) ? Axes() : Axes(axes));
+        return true;
+    }
+
+    [[gnu::noinline]] bool addCoordSys() {
+        ZantCoordSysCore coordSys{};
+        if (!encoding().readCoordSys(coordSys)) return false;
+        if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
+        command->addCoordSys(coordSys);
+        return true;
+    }
+
+    // Goes on after an item, for as long as there is one way to go.
     bool walkOn(Grammar::Node node, int depth) {
-        encoding().skipSpace();
-        if (here == end) {
-            command->form = grammar.formAt(node);
-            if (!command->form) note(Problem::TooFew, node, depth + 1, here);
-            return command->form != nullptr;
+        for (;; ++depth) {
+            encoding().skipSpace();
+            if (here == end) return finishAt(node, depth);
+            if (!encoding().readSeparator(node, depth)) return false;
+            const uint32_t step = grammar.firstArgument(node);
+            if (step == Grammar::none && grammar.hasKeywords(node)) {
+                node = takeKeyword(node, depth);
+            } else if (step != Grammar::none && isOnlyWay(node, step)) {
+                node = takeArgument(node, depth, step, 0);
+            } else {
+                return walkEveryWay(node, depth);
+            }
+            if (node == Grammar::none) return false;
         }
-        if (!encoding().readSeparator(node, depth)) return false;
-        if (grammar.hasKeywords(node) && walkKeyword(node, depth)) return true;
+    }
+
+    bool finishAt(Grammar::Node node, int depth) {
+        command->form = grammar.formAt(node);
+        if (!command->form) note(Problem::TooFew, node, depth + 1, here);
+        return command->form != nullptr;
+    }
+
+    bool isOnlyWay(Grammar::Node node, uint32_t step) {
+        return !grammar.hasKeywords(node) && grammar.nextArgument(step) == Grammar::none &&
+               encoding().readings(grammar.placeOf(step)) == 1;
+    }
+
+    // Tries one way after the other, each from the same place.
+    [[gnu::noinline]] bool walkEveryWay(Grammar::Node node, int depth) {
+        const char* const item = here;
+        const auto leadsOn = [&](Grammar::Node target) {
+            if (target != Grammar::none && walkOn(target, depth + 1)) return true;
+            command->truncate(static_cast<size_t>(depth));
+            here = item;
+            return false;
+        };
         uint32_t step = grammar.firstArgument(node);
         if (step == Grammar::none && !grammar.hasKeywords(node)) note(Problem::TooMany, node, depth + 1, here);
+        if (grammar.hasKeywords(node) && leadsOn(takeKeyword(node, depth))) return true;
         for (; step != Grammar::none; step = grammar.nextArgument(step)) {
-            for (int k = 0; k < encoding().readings(grammar.kindOf(step)); ++k)
-                if (walkArgument(node, depth, step, k)) return true;
+            for (int k = 0; k < encoding().readings(grammar.placeOf(step)); ++k)
+                if (leadsOn(takeArgument(node, depth, step, k))) return true;
         }
         return false;
     }
 
-    bool walkKeyword(Grammar::Node node, int depth) {
+    // @return the node after the keyword that stands here, or none
+    inline Grammar::Node takeKeyword(Grammar::Node node, int depth) {
         const char* const item = here;
         const Grammar::Node target = encoding().readKeyword(node);
         if (target != Grammar::none) {
-            command->beginValue(ArgumentKind::Keyword, static_cast<size_t>(item - start));
-            if (walkOn(target, depth + 1)) return true;
-            command->truncate(static_cast<size_t>(depth));
+            command->beginValue(PlaceKind::keyword(), static_cast<size_t>(item - start));
         } else if (grammar.firstArgument(node) == Grammar::none) {
             note(Problem::UnknownKeyword, node, depth + 1, item);
         }
-        here = item;
-        return false;
+        return target;
     }
 
-    bool walkArgument(Grammar::Node node, int depth, uint32_t step, int whichReading) {
+    // @return the node after the argument that stands here, or none
+    inline Grammar::Node takeArgument(Grammar::Node node, int depth, uint32_t step, int whichReading) {
         const char* const item = here;
-        const ArgumentKind kind = grammar.kindOf(step);
-        command->beginValue(kind, static_cast<size_t>(item - start));
+        const PlaceKind& place = grammar.placeOf(step);
+        command->beginValue(place, static_cast<size_t>(item - start));
         complaint = nullptr;
         reading = whichReading;
-        if (isListPlace(kind) ? encoding().readList(kind) : readItem(kind)) {
-            if (walkOn(grammar.target(step), depth + 1)) return true;
-        } else if (complaint) {
-            note(Problem::BadArgument, node, depth + 1, encoding().damageIn(item), kind);
+        if (place.isList ? encoding().readList(place) : readItem(place)) return grammar.target(step);
+        if (complaint) {
+            note(Problem::BadArgument, node, depth + 1, encoding().damageIn(item), place.kind);
         } else {
-            note(Problem::WrongArgument, node, depth + 1, item, kind);
+            note(Problem::WrongArgument, node, depth + 1, item, place.kind);
         }
-        command->truncate(static_cast<size_t>(depth));
-        here = item;
-        return false;
+        return Grammar::none;
     }
 };
 

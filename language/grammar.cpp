@@ -8,11 +8,8 @@ namespace Zant::Language {
 
 namespace {
 
-size_t hashWord(uint32_t node, std::string_view word) {
-    size_t hash = node * size_t{0x9E3779B97F4A7C15} + word.size();
-    for (const char letter : word)
-        hash = (hash ^ static_cast<unsigned char>(letter)) * size_t{0x100000001B3};
-    return hash ^ (hash >> 29);
+size_t hashWord(uint32_t node, const Grammar::Word& word) {
+    return ((node * size_t{0x9E3779B97F4A7C15}) ^ word.tail) * size_t{0xC2B2AE3D27D4EB4F} >> 32;
 }
 
 size_t hashNumber(uint32_t node, uint64_t number) {
@@ -51,7 +48,7 @@ Grammar::Node Grammar::follow(Node node, const FormToken& token, const Form& for
     uint32_t* link = isKeyword ? &nodes_[node].firstKeyword : &nodes_[node].firstArgument;
     while (*link != none) {
         const Step& step = steps_[*link];
-        if (step.kind == token.kind && step.table == token.table && step.number == token.number) break;
+        if (step.place.kind == token.kind && step.table == token.table && step.number == token.number) break;
         link = &steps_[*link].next;
     }
     const Node to = *link != none ? steps_[*link].to : addStep(node, token, *link);
@@ -75,11 +72,11 @@ const char* Grammar::wordOf(const Step& step) const {
 }
 
 // The first free slot of the run that starts at the hash.
-uint32_t& Grammar::slotOf(std::vector<uint32_t>& index, size_t hash) const {
-    const size_t mask = index.size() - 1;
-    size_t slot = hash & mask;
-    while (index[slot] != none)
-        slot = (slot + 1) & mask;
+template <class Slot>
+Slot& Grammar::freeSlot(std::vector<Slot>& index, size_t hash) const {
+    size_t slot = hash & indexMask_;
+    while (index[slot].to != none)
+        slot = (slot + 1) & indexMask_;
     return index[slot];
 }
 
@@ -87,15 +84,17 @@ void Grammar::buildIndex() {
     size_t size = 16;
     while (size < steps_.size() * 2)
         size *= 2;
-    wordIndex_.assign(size, none);
-    numberIndex_.assign(size, none);
-    for (uint32_t k = 0; k < steps_.size(); ++k) {
-        const Step& step = steps_[k];
-        if (step.kind != ArgumentKind::Keyword) continue;
-        const bool hidden = byWord(step.from, wordOf(step)) != none || byNumber(step.from, step.number) != none;
+    indexMask_ = size - 1;
+    wordIndex_.assign(size, {});
+    numberIndex_.assign(size, {});
+    for (const Step& step : steps_) {
+        if (step.place.kind != ArgumentKind::Keyword) continue;
+        const bool hidden =
+            byWord(step.from, std::string_view(wordOf(step))) != none || byNumber(step.from, step.number) != none;
         if (hidden) found_.sameKeyword.push_back(nodes_[step.to].shortest);
-        slotOf(wordIndex_, hashWord(step.from, wordOf(step))) = k;
-        slotOf(numberIndex_, hashNumber(step.from, step.number)) = k;
+        const Word word = std::string_view(wordOf(step));
+        freeSlot(wordIndex_, hashWord(step.from, word)) = {word, step.from, step.to};
+        freeSlot(numberIndex_, hashNumber(step.from, step.number)) = {step.number, step.from, step.to};
     }
 }
 
@@ -107,20 +106,24 @@ void Grammar::findAmbiguities() {
     }
 }
 
-Grammar::Node Grammar::byWord(Node node, std::string_view word) const {
-    const size_t mask = wordIndex_.size() - 1;
-    for (size_t slot = hashWord(node, word) & mask; wordIndex_[slot] != none; slot = (slot + 1) & mask) {
-        const Step& step = steps_[wordIndex_[slot]];
-        if (step.from == node && wordOf(step) == word) return step.to;
+Grammar::Word::Word(std::string_view word) : text(word) {
+    for (const char letter : word)
+        tail = tailWith(tail, letter);
+}
+
+Grammar::Node Grammar::byWord(Node node, const Word& word) const {
+    for (size_t slot = hashWord(node, word) & indexMask_; wordIndex_[slot].to != none; slot = (slot + 1) & indexMask_) {
+        const WordSlot& found = wordIndex_[slot];
+        if (found.from == node && found.word == word) return found.to;
     }
     return none;
 }
 
 Grammar::Node Grammar::byNumber(Node node, uint64_t number) const {
-    const size_t mask = numberIndex_.size() - 1;
-    for (size_t slot = hashNumber(node, number) & mask; numberIndex_[slot] != none; slot = (slot + 1) & mask) {
-        const Step& step = steps_[numberIndex_[slot]];
-        if (step.from == node && step.number == number) return step.to;
+    for (size_t slot = hashNumber(node, number) & indexMask_; numberIndex_[slot].to != none;
+         slot = (slot + 1) & indexMask_) {
+        const NumberSlot& found = numberIndex_[slot];
+        if (found.from == node && found.number == number) return found.to;
     }
     return none;
 }
@@ -134,7 +137,8 @@ std::string Grammar::keywordPath(Node node) const {
     std::string path;
     while (node != root) {
         const Step& step = steps_[nodes_[node].parentStep];
-        if (step.kind == ArgumentKind::Keyword) path.insert(0, std::string(wordOf(step)) + (path.empty() ? "" : " "));
+        if (step.place.kind == ArgumentKind::Keyword)
+            path.insert(0, std::string(wordOf(step)) + (path.empty() ? "" : " "));
         node = step.from;
     }
     return path;
@@ -144,7 +148,7 @@ int Grammar::argumentCount(Node node) const {
     int count = 0;
     while (node != root) {
         const Step& step = steps_[nodes_[node].parentStep];
-        if (step.kind != ArgumentKind::Keyword) ++count;
+        if (step.place.kind != ArgumentKind::Keyword) ++count;
         node = step.from;
     }
     return count;

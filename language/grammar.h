@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "client/protos/forms.h"
+#include "language/placekind.h"
 
 namespace Zant::Language {
 
@@ -25,6 +26,24 @@ public:
     static constexpr Node root = 0;
     static constexpr Node none = UINT32_MAX;
 
+    /// A word, with its last eight letters, or all that it has, as one number: what a reader gathers on its way.
+    struct Word {
+        std::string_view text;
+        uint64_t tail = 0;
+
+        Word() = default;
+        Word(std::string_view word);
+        Word(std::string_view word, uint64_t itsTail) : text(word), tail(itsTail) {}
+
+        static uint64_t tailWith(uint64_t tail, char next) { return tail << 8 | static_cast<unsigned char>(next); }
+        bool operator==(const Word& other) const {
+            if (tail != other.tail || text.size() != other.text.size()) return false;
+            for (size_t k = 0; k + sizeof tail < text.size(); ++k)
+                if (text[k] != other.text[k]) return false;
+            return true;
+        }
+    };
+
     /// Both ranges must outlive the grammar. The table of command words is at index 0.
     Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables);
 
@@ -32,7 +51,7 @@ public:
     static const Grammar& vocabulary();
 
     /// @return the node after a keyword, or none
-    Node byWord(Node node, std::string_view word) const;
+    Node byWord(Node node, const Word& word) const;
     Node byNumber(Node node, uint64_t number) const;
 
     /// @return the form that ends here, or null
@@ -44,7 +63,7 @@ public:
     /// The arguments that may follow: for (step = firstArgument(node); step != none; step = nextArgument(step))
     uint32_t firstArgument(Node node) const { return nodes_[node].firstArgument; }
     uint32_t nextArgument(uint32_t step) const { return steps_[step].next; }
-    ArgumentKind kindOf(uint32_t step) const { return steps_[step].kind; }
+    const PlaceKind& placeOf(uint32_t step) const { return steps_[step].place; }
     Node target(uint32_t step) const { return steps_[step].to; }
 
     /// Offers every keyword that may follow.
@@ -73,12 +92,23 @@ private:
         uint32_t parentStep = none;
     };
     struct Step {
-        ArgumentKind kind;
+        PlaceKind place;
         uint8_t table;
         uint16_t number;
         Node from;
         Node to;
         uint32_t next;
+    };
+
+    struct WordSlot {
+        Word word;
+        Node from = none;
+        Node to = none;  // none: the slot is free
+    };
+    struct NumberSlot {
+        uint32_t number = 0;
+        Node from = none;
+        Node to = none;  // as above
     };
 
     void insert(const Form& form);
@@ -87,13 +117,15 @@ private:
     void buildIndex();
     void findAmbiguities();
     const char* wordOf(const Step& step) const;
-    uint32_t& slotOf(std::vector<uint32_t>& index, size_t hash) const;
+    template <class Slot>
+    Slot& freeSlot(std::vector<Slot>& index, size_t hash) const;
 
     FormRange<KeywordTable> keywordTables_;
     std::vector<NodeData> nodes_;
     std::vector<Step> steps_;
-    std::vector<uint32_t> wordIndex_;    // open addressing, power of two, steps by node and word
-    std::vector<uint32_t> numberIndex_;  // the same by node and number
+    size_t indexMask_ = 0;                 // of both: open addressing, a power of two of slots
+    std::vector<WordSlot> wordIndex_;      // keywords by node and word
+    std::vector<NumberSlot> numberIndex_;  // the same by node and number
     Ambiguities found_;
 };
 

@@ -45,7 +45,7 @@ void explainKeyword(const Grammar& grammar, const Mismatch& mismatch, const std:
 // The shortest form that goes on with the argument that was expected.
 const Form* formThrough(const Grammar& grammar, const Mismatch& mismatch) {
     uint32_t step = grammar.firstArgument(mismatch.node);
-    while (step != Grammar::none && grammar.kindOf(step) != mismatch.expected)
+    while (step != Grammar::none && grammar.placeOf(step).kind != mismatch.expected)
         step = grammar.nextArgument(step);
     return grammar.shortestForm(step == Grammar::none ? mismatch.node : grammar.target(step));
 }
@@ -90,13 +90,14 @@ void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string
     }
 }
 
-bool fitNumber(ArgumentKind place, double& number) {
-    if (place == ArgumentKind::Double || place == ArgumentKind::DoubleList) return true;
-    if (!std::isfinite(number) || number != std::trunc(number)) return false;
+bool fitInteger(ArgumentKind place, double& number) {
+    if (place == ArgumentKind::Unsigned) {
+        if (!(number >= 0 && number <= 18446744073709551616.0) || number != std::trunc(number)) return false;
+    } else if (!(number >= -2147483648.0 && number <= 2147483647.0) || number != static_cast<int32_t>(number)) {
+        return false;
+    }
     number += 0.0;  // the zero without a sign
-    if (place == ArgumentKind::Bool) return number == 0 || number == 1;
-    if (place == ArgumentKind::Unsigned) return number >= 0 && number <= 18446744073709551616.0;
-    return number >= -2147483648.0 && number <= 2147483647.0;
+    return place != ArgumentKind::Bool || number == 0 || number == 1;
 }
 
 std::string Diagnostic::describe(const char* inputName) const {

@@ -41,8 +41,13 @@ void explain(const Grammar& grammar, const Mismatch& mismatch, const std::string
              Diagnostic& diagnostic);
 
 /// Takes the sign from a zero where the place wants an integer.
-/// @return false when the place does not take this number: not integral, or out of range
-bool fitNumber(ArgumentKind place, double& number);
+/// @return false when the place, which wants an integer, does not take this number: not integral, or out of range
+bool fitInteger(ArgumentKind place, double& number);
+
+/// The same for a place that wants any number, or an integer.
+inline bool fitNumber(ArgumentKind place, double& number) {
+    return place == ArgumentKind::Double || place == ArgumentKind::DoubleList || fitInteger(place, number);
+}
 
 /// The longest name of a symbol, in bytes.
 constexpr size_t longestName = 127;

@@ -25,10 +25,6 @@ const char* endOfDigits(const char* text) {
     return text;
 }
 
-bool isExponentMark(char character) {
-    return character == 'e' || character == 'E';
-}
-
 // Whether a number that no double holds is too large, and not too small: where its first digit stands decides.
 bool isLarge(std::string_view number) {
     const size_t mark = std::min(number.find_first_of("eE"), number.size());
@@ -104,12 +100,18 @@ NumberText shortestDegrees(double degrees) {
 
 }  // namespace
 
+const char* readAnyNumber(const char* text, double& number) {
+    const char* const end = endOfNumber(text);
+    if (end != text) number = numberOf({text, static_cast<size_t>(end - text)});
+    return end;
+}
+
 const char* endOfNumber(const char* text) {
     const char* at = text + (*text == '-');
     if (!isCharacter(*at, Digit) && *at != '.') return text;
     at = endOfDigits(at);
     if (*at == '.') at = endOfDigits(at + 1);
-    if (!isExponentMark(*at)) return at;
+    if (!isCharacter(*at, Exponent)) return at;
     ++at;
     at += *at == '+';
     at += *at == '-';

@@ -15,6 +15,13 @@ namespace Zant::Language {
 ///
 /// Threads: any.
 
+/// Reads the number that begins at `text`.
+/// @param text followed by a character that belongs to no number
+/// @param number set to the nearest double, an infinity when the number is too large for any; left alone when there is
+///        no number
+/// @return after the number, or `text` when none begins there
+const char* readAnyNumber(const char* text, double& number);
+
 /// @param text followed by a character that belongs to no number
 /// @return after the number that begins at `text`, or `text` when none does
 const char* endOfNumber(const char* text);

@@ -99,6 +99,7 @@ private:
     bool isFirstOfLine(const char* at) const;
     Position positionOf(const char* at) const;
     void advance(const char* to);
+    void skipSpace(const char* limit);
 
     const Grammar& grammar_;
     TextSource* input_ = nullptr;

@@ -6,8 +6,7 @@
 #include <cstring>
 
 #include "language/characters.h"
-#include "language/numbers.h"
-#include "own/str2num.h"
+#include "language/shortnumbers.h"
 
 namespace Zant::Language {
 
@@ -21,6 +20,37 @@ const char* endOfWord(const char* word) {
 }
 
 }  // namespace
+
+bool TextParser::parse(const char* first, const char* last, Command& target) {
+    return walk(first, last, target);
+}
+
+inline void TextParser::skipSpace() {
+    while (isCharacter(*here, Space))
+        ++here;
+}
+
+inline bool TextParser::take(char character) {
+    if (*here != character) return false;
+    ++here;
+    return true;
+}
+
+// Not inline: a caller of the fast path would pay for it.
+[[gnu::noinline]] bool TextParser::readLongNumber(double& number) {
+    const char* const after = readAnyNumber(here, number);
+    if (after == here) return false;
+    if (!std::isfinite(number)) return fail("the number is too large");
+    here = after;
+    return true;
+}
+
+inline bool TextParser::readNumber(double& number) {
+    const char* const after = readShortNumber(here, number);
+    if (!after) return readLongNumber(number);
+    here = after;
+    return true;
+}
 
 // The command word is followed by white space or ",", every later item by ",".
 bool TextParser::readSeparator(Grammar::Node node, int depth) {
@@ -36,38 +66,34 @@ bool TextParser::readSeparator(Grammar::Node node, int depth) {
 Grammar::Node TextParser::readKeyword(Grammar::Node node) {
     if (*here != '[') {
         const char* const word = here;
-        here = endOfWord(word);
-        return grammar.byWord(node, {word, static_cast<size_t>(here - word)});
+        const char* after = word;
+        uint64_t tail = 0;
+        for (; !isCharacter(*after, Space | Delimiter); ++after)
+            tail = Grammar::Word::tailWith(tail, *after);
+        here = after;
+        return grammar.byWord(node, {{word, static_cast<size_t>(after - word)}, tail});
     }
-    const char* digits = here + 1;
-    const uint64_t number = modulo_2_size_t(digits, 10);
     constexpr int longest = 9;  // digits that cannot wrap
-    if (*digits != ']' || digits - here > longest + 1) return Grammar::none;
-    here = digits + 1;
+    const char* const digits = ++here;
+    uint64_t number = 0;
+    for (; isCharacter(*here, Digit); ++here)
+        number = 10 * number + static_cast<unsigned char>(*here - '0');
+    if (here - digits > longest || !take(']')) return Grammar::none;
     return grammar.byNumber(node, number);
 }
 
-bool TextParser::readList(ArgumentKind kind) {
+bool TextParser::readList(const PlaceKind& place) {
     if (here == end || *here == ',') return true;  // nothing at all is the empty list
-    if (!take('{')) return readItem(kind);
+    if (!take('{')) return readItem(place);
     skipSpace();
     if (take('}')) return true;
     while (true) {
-        if (!readItem(kind)) return fail(complaint ? complaint : "the list holds something else");
+        if (!readItem(place)) return fail(complaint ? complaint : "the list holds something else");
         skipSpace();
         if (take('}')) return true;
         if (!take(',')) return fail("expected ',' or '}'");
         skipSpace();
     }
-}
-
-bool TextParser::readNumber(double& number) {
-    const char* const after = endOfNumber(here);
-    if (after == here) return false;
-    number = numberOf({here, static_cast<size_t>(after - here)});
-    if (!std::isfinite(number)) return fail("the number is too large");
-    here = after;
-    return true;
 }
 
 bool TextParser::readAngle(double& radians) {
@@ -205,22 +231,11 @@ bool TextParser::readSymbol() {
     } else {
         const std::string_view name(here, static_cast<size_t>(endOfWord(here) - here));
         length = name.size();
-        if (length == 0 || isNumberWord(name)) return false;
+        if (length == 0 || (!isCharacter(*here, Letter) && isNumberWord(name))) return false;
         command->addText(name);
         here += length;
     }
     return length <= longestName || fail("the name is longer than 127 bytes");
-}
-
-void TextParser::skipSpace() {
-    while (isCharacter(*here, Space))
-        ++here;
-}
-
-bool TextParser::take(char character) {
-    if (*here != character) return false;
-    ++here;
-    return true;
 }
 
 std::string TextParser::foundWord() const {

@@ -17,7 +17,7 @@ public:
     /// @param first the command word, not white space
     /// @param last the ";" after the text
     /// @return whether the text is a command; otherwise mismatch() says why not
-    bool parse(const char* first, const char* last, Command& target) { return walk(first, last, target); }
+    bool parse(const char* first, const char* last, Command& target);
 
     /// @return what stands at the mismatch, in words, and, when it is a bare word, the word itself
     std::string found() const;
@@ -26,11 +26,11 @@ public:
 private:
     friend class FormWalk;
 
-    static int readings(ArgumentKind) { return 1; }
+    static int readings(const PlaceKind&) { return 1; }
     void skipSpace();
     bool readSeparator(Grammar::Node node, int depth);
     Grammar::Node readKeyword(Grammar::Node node);
-    bool readList(ArgumentKind kind);
+    bool readList(const PlaceKind& place);
     bool readNumber(double& number);
     bool readString();
     bool readVector(ZantVectorCore& vector);
@@ -39,6 +39,7 @@ private:
     bool readSymbol();
     const char* damageIn(const char*) const { return here; }
 
+    bool readLongNumber(double& number);
     bool readAngle(double& radians);
     bool readRow(double* values, int minimum, int maximum, int& count);
     bool readAngles(ZantAxesCore& axes);
