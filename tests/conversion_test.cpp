@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "language/numbers.h"
 #include "language/reader.h"
+#include "language/shortnumbers.h"
 #include "language/writer.h"
 #include "own/str2num.h"
 #include "randomcommands.h"
@@ -127,9 +127,38 @@ TEST(Conversion, ReadsNumbersAsFarAsTheClientsParserAndRounds) {
                 {"1000000e-325", 1e-319},
                 {"10000000e-340", 0},
                 {"9007199254740993", 9007199254740992.0},
+                {"0.9007199254740993", 0.9007199254740993},
+                {"9999999999999999999", 1e19},
+                {"18446744073709551617", 18446744073709551616.0},
+                {"-0.000000000000000001", -1e-18},
+                {"1.000000000000000000001", 1},
                 {"1.7976931348623159e308", infinity}};
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
+        double number = 0;
         EXPECT_EQ(bitsOf(numberOf(row.text)), bitsOf(row.value)) << row.text;
+        const char* const end = readAnyNumber(row.text, number);
+        EXPECT_TRUE(*end == '\0' && bitsOf(number) == bitsOf(row.value)) << row.text;
+        EXPECT_TRUE(!readShortNumber(row.text, number) || bitsOf(number) == bitsOf(row.value)) << row.text;
+    }
+}
+
+TEST(Conversion, ReadsShortNumbersAsIfTheyWereLong) {
+    RandomCommands random(17);
+    size_t shortOnes = 0;
+    for (int round = 0; round < 200000; ++round) {
+        std::string text(random.below(2), '-');
+        const unsigned digits = random.below(22), point = random.below(22);
+        for (unsigned place = 0; place <= digits; ++place)
+            text += place == point ? '.' : static_cast<char>('0' + random.below(10));
+        text += ";,e)"[random.below(4)];
+        double value = 0, number = 0;
+        const char* const end = readShortNumber(text.c_str(), value);
+        if (!end) continue;
+        ASSERT_EQ(end, readAnyNumber(text.c_str(), number)) << text;
+        ASSERT_EQ(bitsOf(value), bitsOf(number)) << text;
+        ++shortOnes;
+    }
+    EXPECT_GT(shortOnes, 100000u);
 }
 
 TEST(Conversion, EndsNumbersWhereTheClientsParserDoes) {
