@@ -135,7 +135,7 @@ private:
                encoding().readings(grammar.placeOf(step)) == 1;
     }
 
-    // Tries one way after the other, each from the same place.
+    // Tries one way after the other, each from the same place. Not inline: the vocabulary of the engine has no forks.
     [[gnu::noinline]] bool walkEveryWay(Grammar::Node node, int depth) {
         const char* const item = here;
         const auto leadsOn = [&](Grammar::Node target) {
@@ -154,6 +154,7 @@ private:
         return false;
     }
 
+    // These two are the whole way where there is one, so that calls of them would cost: hence "inline".
     // @return the node after the keyword that stands here, or none
     inline Grammar::Node takeKeyword(Grammar::Node node, int depth) {
         const char* const item = here;

@@ -6,19 +6,6 @@
 
 namespace Zant::Language {
 
-namespace {
-
-size_t hashWord(uint32_t node, const Grammar::Word& word) {
-    return ((node * size_t{0x9E3779B97F4A7C15}) ^ word.tail) * size_t{0xC2B2AE3D27D4EB4F} >> 32;
-}
-
-size_t hashNumber(uint32_t node, uint64_t number) {
-    const size_t hash = (node * size_t{0x9E3779B97F4A7C15}) ^ (number * size_t{0xC2B2AE3D27D4EB4F});
-    return hash ^ (hash >> 31);
-}
-
-}  // namespace
-
 Grammar::Grammar(FormRange<Form> forms, FormRange<KeywordTable> tables) : keywordTables_(tables) {
     nodes_.emplace_back();
     for (const Form& form : forms)
@@ -71,13 +58,13 @@ const char* Grammar::wordOf(const Step& step) const {
     return keywordTables_[step.table].words[step.number - 1];
 }
 
-// The first free slot of the run that starts at the hash.
-template <class Slot>
-Slot& Grammar::freeSlot(std::vector<Slot>& index, size_t hash) const {
-    size_t slot = hash & indexMask_;
-    while (index[slot].to != none)
-        slot = (slot + 1) & indexMask_;
-    return index[slot];
+// In the first free slot of the run that starts at the hash.
+template <class Key>
+void Grammar::store(Index<Key>& index, const Slot<Key>& slot) const {
+    size_t hash = hashOf(slot.from, slot.keyword);
+    while (index[hash & indexMask_].to != none)
+        ++hash;
+    index[hash & indexMask_] = slot;
 }
 
 void Grammar::buildIndex() {
@@ -93,8 +80,8 @@ void Grammar::buildIndex() {
             byWord(step.from, std::string_view(wordOf(step))) != none || byNumber(step.from, step.number) != none;
         if (hidden) found_.sameKeyword.push_back(nodes_[step.to].shortest);
         const Word word = std::string_view(wordOf(step));
-        freeSlot(wordIndex_, hashWord(step.from, word)) = {word, step.from, step.to};
-        freeSlot(numberIndex_, hashNumber(step.from, step.number)) = {step.number, step.from, step.to};
+        store<Word>(wordIndex_, {word, step.from, step.to});
+        store<uint64_t>(numberIndex_, {step.number, step.from, step.to});
     }
 }
 
@@ -109,23 +96,6 @@ void Grammar::findAmbiguities() {
 Grammar::Word::Word(std::string_view word) : text(word) {
     for (const char letter : word)
         tail = tailWith(tail, letter);
-}
-
-Grammar::Node Grammar::byWord(Node node, const Word& word) const {
-    for (size_t slot = hashWord(node, word) & indexMask_; wordIndex_[slot].to != none; slot = (slot + 1) & indexMask_) {
-        const WordSlot& found = wordIndex_[slot];
-        if (found.from == node && found.word == word) return found.to;
-    }
-    return none;
-}
-
-Grammar::Node Grammar::byNumber(Node node, uint64_t number) const {
-    for (size_t slot = hashNumber(node, number) & indexMask_; numberIndex_[slot].to != none;
-         slot = (slot + 1) & indexMask_) {
-        const NumberSlot& found = numberIndex_[slot];
-        if (found.from == node && found.number == number) return found.to;
-    }
-    return none;
 }
 
 void Grammar::offerKeywords(Node node, NearestWord& search) const {

@@ -51,8 +51,8 @@ public:
     static const Grammar& vocabulary();
 
     /// @return the node after a keyword, or none
-    Node byWord(Node node, const Word& word) const;
-    Node byNumber(Node node, uint64_t number) const;
+    Node byWord(Node node, const Word& word) const { return find(wordIndex_, node, word); }
+    Node byNumber(Node node, uint64_t number) const { return find(numberIndex_, node, number); }
 
     /// @return the form that ends here, or null
     const Form* formAt(Node node) const { return nodes_[node].form; }
@@ -100,16 +100,14 @@ private:
         uint32_t next;
     };
 
-    struct WordSlot {
-        Word word;
+    template <class Key>
+    struct Slot {
+        Key keyword;
         Node from = none;
         Node to = none;  // none: the slot is free
     };
-    struct NumberSlot {
-        uint32_t number = 0;
-        Node from = none;
-        Node to = none;  // as above
-    };
+    template <class Key>
+    using Index = std::vector<Slot<Key>>;
 
     void insert(const Form& form);
     Node follow(Node node, const FormToken& token, const Form& form);
@@ -117,15 +115,28 @@ private:
     void buildIndex();
     void findAmbiguities();
     const char* wordOf(const Step& step) const;
-    template <class Slot>
-    Slot& freeSlot(std::vector<Slot>& index, size_t hash) const;
+
+    static size_t hashOf(Node node, uint64_t number) {
+        return ((node * size_t{0x9E3779B97F4A7C15}) ^ number) * size_t{0xC2B2AE3D27D4EB4F} >> 32;
+    }
+    static size_t hashOf(Node node, const Word& word) { return hashOf(node, word.tail); }
+
+    template <class Key>
+    Node find(const Index<Key>& index, Node node, const Key& keyword) const {
+        for (size_t hash = hashOf(node, keyword);; ++hash) {
+            const Slot<Key>& slot = index[hash & indexMask_];
+            if (slot.to == none || (slot.from == node && slot.keyword == keyword)) return slot.to;
+        }
+    }
+    template <class Key>
+    void store(Index<Key>& index, const Slot<Key>& slot) const;
 
     FormRange<KeywordTable> keywordTables_;
     std::vector<NodeData> nodes_;
     std::vector<Step> steps_;
-    size_t indexMask_ = 0;                 // of both: open addressing, a power of two of slots
-    std::vector<WordSlot> wordIndex_;      // keywords by node and word
-    std::vector<NumberSlot> numberIndex_;  // the same by node and number
+    size_t indexMask_ = 0;         // of both: open addressing, a power of two of slots
+    Index<Word> wordIndex_;        // keywords by node and word
+    Index<uint64_t> numberIndex_;  // the same by node and number
     Ambiguities found_;
 };
 

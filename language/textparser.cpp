@@ -109,16 +109,18 @@ bool TextParser::readAngle(double& radians) {
 // Numbers in parentheses.
 bool TextParser::readRow(double* values, int minimum, int maximum, int& count) {
     if (!take('(')) return false;
-    for (count = 0;;) {
+    int numbers = 0;
+    while (true) {
         skipSpace();
-        if (count == maximum) return fail("too many numbers in parentheses");
-        if (!readNumber(values[count])) return fail(complaint ? complaint : "expected a number in the parentheses");
-        ++count;
+        if (numbers == maximum) return fail("too many numbers in parentheses");
+        if (!readNumber(values[numbers])) return fail(complaint ? complaint : "expected a number in the parentheses");
+        ++numbers;
         skipSpace();
         if (take(')')) break;
         if (!take(',')) return fail("expected ',' or ')'");
     }
-    return count >= minimum || fail("too few numbers in parentheses");
+    count = numbers;
+    return numbers >= minimum || fail("too few numbers in parentheses");
 }
 
 bool TextParser::readVector(ZantVectorCore& vector) {
