@@ -35,11 +35,10 @@ constexpr DecimalTables::DecimalTables() {
     copyTable(powersOfTen, powers_);
     copyTable(exponentThresholds, reaches_);
     copyTable(digitThresholds, moreDigits_);
-    for (int d = 0; d <= mostDecimals; ++d)
-        halves_[d] = 5.0 * powers_[-(d + 1) - lowestPower];
     for (uint32_t v = 0; v < 1000; ++v) {
         threeDigits_[v] = v / 100 | v / 10 % 10 << 8 | v % 10 << 16;
-        digitCounts_[v] = v < 10 ? 1 : v < 100 ? 2 : 3;
+        const uint32_t leadingZeros = v < 10 ? 2 : v < 100 ? 1 : 0;
+        wholeTexts_[v] = (threeDigits_[v] | 0x303030) >> 8 * leadingZeros | (3 - leadingZeros) << 24;
     }
     for (int e = -largestExponent; e <= largestExponent; ++e)
         exponentTexts_[e + largestExponent] = textOfExponent(e);

@@ -29,9 +29,6 @@ public:
     /// pow(10.0, k) at p[k], for k from lowestPower to highestPower.
     const double* powers() const { return powers_ - lowestPower; }
 
-    /// 5.0 * pow(10.0, -(decimals + 1)): half of the last decimal, up to mostDecimals.
-    double half(int decimals) const { return halves_[decimals]; }
-
     /// The smallest number whose decimal exponent, taken from the logarithm, is k; from lowestPower to highestPower,
     /// which no finite number reaches.
     double reach(int k) const { return reaches_[k - lowestPower]; }
@@ -39,14 +36,15 @@ public:
     /// The decimal exponent of a positive finite number.
     int exponent(double a) const;
 
-    /// The smallest number that is written with more than `count` digits before the point, up to mostWholeDigits.
+    /// The smallest number that is written with more than `count` digits before the point, up to mostWholeDigits: the
+    /// power of ten that has more, or a few units in the last place below it.
     double moreDigits(int count) const { return moreDigits_[count]; }
 
     /// The three digits of v, which is below 1000, as values 0 to 9, the first in the lowest byte.
     uint64_t threeDigits(uint32_t v) const { return threeDigits_[v]; }
 
-    /// The count of the digits of v, which is below 1000, without leading zeros.
-    int digitCount(uint32_t v) const { return digitCounts_[v]; }
+    /// The text of v, which is below 1000, without leading zeros, and its length in the last byte.
+    uint32_t wholeText(uint32_t v) const { return wholeTexts_[v]; }
 
     /// "e-12" for -12, then a terminator, then its length in the last byte; up to largestExponent either way.
     uint64_t exponentText(int exponent) const { return exponentTexts_[exponent + largestExponent]; }
@@ -57,11 +55,10 @@ private:
     static const DecimalTables tables_;
 
     double powers_[highestPower - lowestPower + 1] = {};
-    double halves_[mostDecimals + 1] = {};
     double reaches_[highestPower - lowestPower + 1] = {};
     double moreDigits_[mostWholeDigits + 1] = {};
     uint32_t threeDigits_[1000] = {};
-    unsigned char digitCounts_[1000] = {};
+    uint32_t wholeTexts_[1000] = {};
     uint64_t exponentTexts_[2 * largestExponent + 1] = {};
 };
 

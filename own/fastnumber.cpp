@@ -18,13 +18,20 @@
 
 #include "own/decimaltables.h"
 
+// ZANT_PLAIN_CODE: as a processor without pairs of doubles has it, for the tests.
+#if defined(__x86_64__) && !defined(ZANT_PLAIN_CODE)
+#include <emmintrin.h>
+#define ZANT_PAIRS_OF_DOUBLES
+#endif
+
 namespace Zant {
 
 namespace {
 
+template <int value>
+using Constant = std::integral_constant<int, value>;
+
 constexpr int mostDecimals = DecimalTables::mostDecimals;
-constexpr uint64_t placeTwos[mostDecimals + 1] = {0,          2ULL,       2ULL << 8,  2ULL << 16, 2ULL << 24,
-                                                  2ULL << 32, 2ULL << 40, 2ULL << 48, 2ULL << 56};
 constexpr uint32_t integerPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
 // The errors of a product with a power of ten, both rounded, stay below this part of it.
@@ -53,8 +60,9 @@ uint64_t digitAt(uint64_t digits, int place) {
     return (digits >> (8 * (place - 1))) & 0xFF;
 }
 
-int countToLastNonzero(uint64_t digits) {
-    return digits == 0 ? 0 : 8 - __builtin_clzll(digits) / 8;
+// Of digits that are not all zero.
+size_t countToLastNonzero(uint64_t digits) {
+    return static_cast<size_t>(63 - __builtin_clzll(digits)) / 8 + 1;
 }
 
 // Of digits that are not all zero.
@@ -65,6 +73,37 @@ int countLeadingZeros(uint64_t digits) {
 void store(char* out, uint64_t characters) {
     std::memcpy(out, &characters, sizeof characters);
 }
+
+// ---- Where products fall short --------------------------------------------------------------------------------------
+
+constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what is below 2^51
+
+// The highest bit of a byte for each place, up to the eighth, at which v falls short of the integer that it is nearest
+// to; the lower bits have no meaning. All places are looked at: that is faster than to stop early.
+#ifdef ZANT_PAIRS_OF_DOUBLES
+__m128i shortPair(__m128d v, const double* powers) {
+    const __m128d shift = _mm_set1_pd(toInteger);
+    const __m128d product = _mm_mul_pd(v, _mm_loadu_pd(powers));
+    return _mm_castpd_si128(_mm_cmplt_pd(product, _mm_sub_pd(_mm_add_pd(product, shift), shift)));
+}
+
+uint64_t shortPlaces(double v, const double* powers) {
+    const __m128d both = _mm_set1_pd(v);
+    const __m128i first = _mm_packs_epi32(shortPair(both, powers + 1), shortPair(both, powers + 3));
+    const __m128i last = _mm_packs_epi32(shortPair(both, powers + 5), shortPair(both, powers + 7));
+    const __m128i all = _mm_packs_epi16(first, last);  // two bytes for each place
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packs_epi16(all, all)));
+}
+#else
+uint64_t shortPlaces(double v, const double* powers) {
+    uint64_t places = 0;
+    for (int k = 1; k <= mostDecimals; ++k) {
+        const double product = v * powers[k];
+        places |= uint64_t{product < product + toInteger - toInteger} << (8 * k - 1);
+    }
+    return places;
+}
+#endif
 
 // ---- The digits of a number -----------------------------------------------------------------------------------------
 
@@ -112,7 +151,7 @@ public:
         return round(a, product.floor);
     }
 
-    double value;       // the number that is written: the rounded one where that makes the text shorter
+    double value;       // the number that is written: the rounded one where that changes the digits before the point
     uint32_t whole;     // its digits before the point,
     uint64_t decimals;  // and after it, padded with zeros
 
@@ -127,18 +166,10 @@ private:
     }
 
     // The last place where v falls short of the integer that it is nearest to, as a 1 in the byte of its digit; or 0.
-    // All places are looked at together: that is faster than to stop early.
-    // 0.0113 falls short at place 4 alone, as 112.99999999999999: places is 2 << 24, and the result 1 << 24.
+    // 0.0113 falls short at place 4 alone, as 112.99999999999999: the highest bit is in byte 3, and the result 1 << 24.
     uint64_t lastShortPlace(double v) const {
-        constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what is below 2^51
-        const double* powers = tables_.powers();
-        uint64_t places = 0;
-        for (int k = 1; k <= mostDecimals; ++k) {
-            const double product = v * powers[k];
-            places |= product < product + toInteger - toInteger ? placeTwos[k] : 0;
-        }
-        places &= UINT64_MAX >> (8 * (mostDecimals - count_));
-        return (1ULL << 63 >> __builtin_clzll(places | 1)) >> 1;
+        const uint64_t places = shortPlaces(v, tables_.powers()) & UINT64_MAX >> (8 * (mostDecimals - count_));
+        return 1ULL << 63 >> __builtin_clzll(places | 1) >> 7;
     }
 
     bool findAtInteger(double a, const Product& product) {
@@ -151,8 +182,7 @@ private:
         // 0.29, decimals 0x0902, is short at place 8 as well: 0.28999999 is rounded to 0.29.
         const bool isAfter = place > decimals;
         const bool isAtLast = (place > decimals >> 8) & !isAfter;
-        value = a + tables_.half(count_) * isAfter;
-        decimals -= place * isAtLast;
+        decimals -= isAtLast ? place : 0;
         return true;
     }
 
@@ -173,12 +203,17 @@ private:
 
 // ---- Writing --------------------------------------------------------------------------------------------------------
 
+char* terminated(char* end) {
+    *end = 0;
+    return end;
+}
+
 // Returns the count of digits.
 int writeWhole(char* out, uint32_t whole, const DecimalTables& tables) {
     if (whole < 1000) {
-        const int count = tables.digitCount(whole);
-        store(out, (tables.threeDigits(whole) | zeroCharacters) >> (24 - 8 * count));
-        return count;
+        const uint32_t text = tables.wholeText(whole);
+        std::memcpy(out, &text, sizeof text);
+        return static_cast<int>(text >> 24);
     }
     const uint64_t digits = eightDigits(whole, tables);
     const int zeros = countLeadingZeros(digits);
@@ -187,10 +222,9 @@ int writeWhole(char* out, uint32_t whole, const DecimalTables& tables) {
 }
 
 char* writeDecimals(char* out, uint64_t decimals) {
-    const int count = countToLastNonzero(decimals);
     *out = '.';
     store(out + 1, decimals | zeroCharacters);
-    return out + count + (count != 0);
+    return terminated(decimals == 0 ? out : out + 1 + countToLastNonzero(decimals));
 }
 
 bool isSmallInteger(double a) {
@@ -210,60 +244,73 @@ bool hasExponent(double a, const DecimalTables& tables) {
 }
 
 char* writeInteger(double a, char* out, const DecimalTables& tables) {
-    return out + writeWhole(out, static_cast<uint32_t>(a), tables);
+    return terminated(out + writeWhole(out, static_cast<uint32_t>(a), tables));
 }
 
-template <class Count>
-bool isInRange(double a, const DecimalTables& tables, Count decimals) {
+// Whether a product of a, which is below the power of ten after the limit, can be looked at.
+bool isInRange(double a, const DecimalTables& tables, int decimals, int) {
     return a < wholeLimit && a * tables.powers()[decimals] < largestProduct;
 }
 
-// Returns the place after the number, or null for the general way.
+template <int decimals, int limit>
+constexpr bool isInRange(double, const DecimalTables&, Constant<decimals>, Constant<limit>) {
+    static_assert(limit + 1 <= mostDecimals && limit + 1 + decimals <= 14, "10^14 is below the largest product");
+    return true;
+}
+
+// Returns the place of the terminator, or null for the general way.
 template <class Count>
 char* writeFraction(double a, char* out, const DecimalTables& tables, Count decimals) {
     FastDigits<Count> number(tables, decimals);
     if (!number.find(a)) return nullptr;
     const int count = writeWhole(out, number.whole, tables);
-    // Next to a power of ten the definition may write a digit more or less.
-    if (number.value < tables.moreDigits(count - 1) || number.value >= tables.moreDigits(count)) return nullptr;
+    // Just below a power of ten the definition may write a digit more.
+    if (number.value >= tables.moreDigits(count)) return nullptr;
     return writeDecimals(out + count, number.decimals);
 }
 
-// Numbers other than small integers.
+// With an exponent.
 template <class Count>
-char* writeScientific(double a, char* out, const DecimalTables& tables, Count decimals, int maxExp) {
-    char* end = nullptr;
-    uint64_t tail = 0;  // the exponent and the terminator
-    if (a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1)) {
-        end = isInRange(a, tables, decimals) ? writeFraction(a, out, tables, decimals) : nullptr;
-    } else if (hasExponent(a, tables)) {
-        const int exponent = decimalExponent(a, tables);
-        const double mantissa = a / tables.powers()[exponent];
-        tail = tables.exponentText(exponent);
-        end = isSmallInteger(mantissa) ? writeInteger(mantissa, out, tables)
-                                       : writeFraction(mantissa, out, tables, decimals);
-    }
+[[gnu::noinline]] char* writeScientific(double a, char* out, const DecimalTables& tables, Count decimals) {
+    if (!hasExponent(a, tables)) return nullptr;
+    const int exponent = decimalExponent(a, tables);
+    const double mantissa = a / tables.powers()[exponent];
+    char* const end =
+        isSmallInteger(mantissa) ? writeInteger(mantissa, out, tables) : writeFraction(mantissa, out, tables, decimals);
     if (!end) return nullptr;
+    const uint64_t tail = tables.exponentText(exponent);
     store(end, tail);
     return end + (tail >> 56);
+}
+
+// For any count of decimals and limit of the exponent that there are tables for, or for constants.
+template <class Count, class Limit>
+char* writeSigned(double x, char* out, Count decimals, Limit maxExp) {
+    const DecimalTables& tables = DecimalTables::get();
+    const double a = std::fabs(x);
+    *out = '-';
+    out += x < 0;
+    if (isSmallInteger(a) && a < tables.reach(maxExp + 1)) return writeInteger(a, out, tables);
+    if (!(a >= tables.reach(-maxExp) && a < tables.reach(maxExp + 1))) return writeScientific(a, out, tables, decimals);
+    return isInRange(a, tables, decimals, maxExp) ? writeFraction(a, out, tables, decimals) : nullptr;
+}
+
+char* writeAsDouble(double x, char* out) {
+    return writeSigned(x, out, Constant<doubleStyle.decimals>(), Constant<doubleStyle.exponentLimit>());
 }
 
 }  // namespace
 
 char* fastNumberText(double x, char* out, int decimals, int maxExp) {
-    const DecimalTables& tables = DecimalTables::get();
     if (maxExp < 0 || maxExp >= DecimalTables::largestExponent || decimals < 1 || decimals > mostDecimals)
         return nullptr;
-    const double a = std::fabs(x);
-    *out = '-';
-    out += x < 0;
-    if (isSmallInteger(a) && a < tables.reach(maxExp + 1)) {
-        char* const end = writeInteger(a, out, tables);
-        *end = 0;
-        return end;
-    }
-    if (decimals != mostDecimals) return writeScientific(a, out, tables, decimals, maxExp);
-    return writeScientific(a, out, tables, std::integral_constant<int, mostDecimals>(), maxExp);
+    if (decimals == doubleStyle.decimals && maxExp == doubleStyle.exponentLimit) return writeAsDouble(x, out);
+    return writeSigned(x, out, decimals, maxExp);
+}
+
+char* writeNumberText(double v, char* out) {
+    char* const end = writeAsDouble(v, out);
+    return end ? end : generalNumberText(v, out, doubleStyle);
 }
 
 char* writeNumberText(int v, char* out) {
@@ -278,8 +325,7 @@ char* writeNumberText(int v, char* out) {
     } else {
         out += writeWhole(out, digits, tables);
     }
-    *out = 0;
-    return out;
+    return terminated(out);
 }
 
 }  // namespace Zant

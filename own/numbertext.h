@@ -37,6 +37,9 @@ inline char* writeNumberText(double v, char* out, const NumberStyle& style) {
     return end ? end : generalNumberText(v, out, style);
 }
 
+/// The same in doubleStyle, which most numbers have.
+char* writeNumberText(double v, char* out);
+
 char* writeNumberText(int v, char* out);
 
 }  // namespace Zant

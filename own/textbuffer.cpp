@@ -24,7 +24,7 @@ void TextBuffer::concat(int v) {
 }
 
 void TextBuffer::concat(double v) {
-    concatNumber([v](char* out) { return writeNumberText(v, out, doubleStyle); });
+    concatNumber([v](char* out) { return writeNumberText(v, out); });
 }
 
 void TextBuffer::concat(float v) {
@@ -39,6 +39,11 @@ void TextBuffer::concatNumber(Writer write) {
         dataSize += static_cast<size_t>(write(out) - out);
         return;
     }
+    concatCopied(write);
+}
+
+template <class Writer>
+[[gnu::noinline]] void TextBuffer::concatCopied(Writer write) {  // inlined, it would cost every number a stack frame
     char text[numberTextRoom];
     write(text);
     concat(text);

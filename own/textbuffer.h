@@ -66,6 +66,8 @@ public:
 private:
     template <class Writer>
     void concatNumber(Writer write);
+    template <class Writer>
+    void concatCopied(Writer write);
 };
 
 }  // namespace Zant

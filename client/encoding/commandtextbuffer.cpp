@@ -32,7 +32,7 @@ char* put(char* out, const char* characters, size_t length) {
 }
 
 char* putNumber(char* out, double value) {
-    return writeNumberText(value, out, doubleStyle);
+    return writeNumberText(value, out);
 }
 
 /// Numbers with commas between them; at least one.
