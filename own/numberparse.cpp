@@ -14,11 +14,26 @@ int negateWrapping(int v) {
     return wrapToInt(0u - static_cast<unsigned int>(v));
 }
 
+// Of a decimal digit 0 to 9, of anything else more.
+unsigned decimalDigit(char c) {
+    return static_cast<unsigned>(c) - '0';
+}
+
 int digitValue(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'a' && c <= 'z') return c - 'a' + 10;
     if (c >= 'A' && c <= 'Z') return c - 'A' + 10;
     return 127;
+}
+
+double addDecimals(double value, const char*& p) {
+    const double* const powers = DecimalTables::get().powers();
+    const double* power = powers + 1;
+    for (unsigned digit; (digit = decimalDigit(*p)) < 10; ++p) {
+        value += static_cast<int>(digit) / *power;
+        power += power != powers + DecimalTables::highestPower;  // infinite from there on
+    }
+    return value;
 }
 
 }  // namespace
@@ -40,14 +55,9 @@ int modulo_2_int(const char*& p, int radix) {
 
 double udecimal_2_double(const char*& p) {
     double value = 0.0;
-    for (int digit; (digit = digitValue(*p)) < 10; ++p)
-        value = value * 10.0 + digit;
-    if (*p == '.') {
-        ++p;
-        int k = 1;
-        for (int digit; (digit = digitValue(*p)) < 10; ++p, ++k)
-            value += digit / DecimalTables::get().power(k);
-    }
+    for (unsigned digit; (digit = decimalDigit(*p)) < 10; ++p)
+        value = value * 10.0 + static_cast<int>(digit);
+    if (*p == '.') value = addDecimals(value, ++p);
     if (*p != 'e' && *p != 'E') return value;
     ++p;
     if (*p == '+') ++p;

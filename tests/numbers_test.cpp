@@ -161,6 +161,12 @@ void checkParsing() {
     }
 }
 
+void checkLongParsing() {
+    const std::string digits = "0." + std::string(700, '1');  // more than there are powers of ten
+    const char *few = "0.11111111111111111111", *many = digits.c_str();
+    EXPECT_EQ(sdecimal_2_double(many), sdecimal_2_double(few));
+}
+
 // ---- Comparison with the definition --------------------------------------------------------------------------------
 
 size_t compare(uint64_t seed, size_t count, size_t room, int decimals, int maxExp) {
@@ -183,6 +189,7 @@ TEST(Numbers, ReadAsDefined) {
 
 TEST(Numbers, AreReadBack) {
     checkParsing();
+    checkLongParsing();
 }
 
 TEST(Numbers, AgreeWithTheDefinition) {
