@@ -165,7 +165,7 @@ public:
         threads |= 1U << thread;
         if (index[0] == 0 && index[1] == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
         if (startedAgain && thread != 0) ++strangers;
-        if (!startAgain.exchange(false)) return;
+        if (thread == 0 || !startAgain.exchange(false)) return;  // one that the outer job waits for
         const size_t fewer[3] = {2, 2, 2};
         startedAgain = true;
         start(fewer, 4);
