@@ -80,9 +80,9 @@ TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
         std::unique_ptr<const Environment> watch;
         if (watched) watch.reset(new Environment{{"ZANT_LOOPBACK_WATCH", complaints.name()}});
         Library library(ZANT_LOOPBACK_DIR);
-        auto listener = std::make_unique<TextCollector>();
+        TextCollector listener;
         for (int round = 0; round < 2; ++round)
-            liveAndShutDown(library, *listener);
+            liveAndShutDown(library, listener);
     }
     EXPECT_EQ(complaints.content(), "");
 }
