@@ -100,7 +100,7 @@ TEST(LoopbackValues, TextsOfObjectsFollowTheCapacityProtocol) {
     Host host;
     host.parse("var x,2;");
     void* const handle = host.instance->findObject("x", HandleObject);
-    for (const size_t room : {0, 8, 9, 100}) {
+    for (const size_t room : {0U, 8U, 9U, 100U}) {
         char storage[] = "##########";
         ZantParserExchangeBuffer record{};
         record.type = ZantValueText;
