@@ -214,6 +214,9 @@ public:
         return pick < 8 ? odd[pick] : pick < 24 ? odd[pick % 4] : ordinary();
     }
 
+    /// A number below a limit.
+    size_t pick(size_t limit) { return generator() % limit; }
+
     Nine matrix() {
         Nine out;
         for (double& element : out.m) {

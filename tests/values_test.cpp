@@ -1,6 +1,8 @@
 // Vectors, matrices and lists; what they compute is compared bit by bit with a literal evaluation.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <vector>
 
 #include "client/values/varlen.h"
@@ -64,6 +66,93 @@ TEST(Values, CrossAndDot) {
     EXPECT_TRUE(sameBits(Vector::dot(a, b, 1), 0.0)) << "the sum starts at +0";
     EXPECT_EQ(Vector::dot(a, b, 4), 1e16) << "and goes upward";
     EXPECT_TRUE(sameBits(Vector::dot(a, b, 0), 0.0));
+}
+
+// ---- Many at once ----
+
+constexpr size_t Most = 5;
+
+/// What a call for many does to the first of two arrays of vectors or to the second, and what a call for one does.
+struct ManyRow {
+    const char* name;
+    void (*many)(const Matrix3x3& matrix, Vector* a, Vector* b, size_t number);
+    void (*one)(const Matrix3x3& matrix, Vector& a, Vector& b);
+};
+
+void putIntoFourth(Vector* vectors, const double* numbers, size_t number) {
+    for (size_t i = 0; i < number; ++i) {
+        vectors[i].values[3] = numbers[i];
+    }
+}
+
+const ManyRow manyRows[] = {
+    {"rotateVectors",
+     [](const Matrix3x3& matrix, Vector* a, Vector*, size_t number) { matrix.rotateVectors(a, number); },
+     [](const Matrix3x3& matrix, Vector& a, Vector&) { matrix.rotateVector(a.values); }},
+    {"lengths",
+     [](const Matrix3x3&, Vector* a, Vector*, size_t number) {
+         double out[Most];
+         Vector::lengths(out, a, number);
+         putIntoFourth(a, out, number);
+     },
+     [](const Matrix3x3&, Vector& a, Vector&) { a.values[3] = a.length(); }},
+    {"dots",
+     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) {
+         double out[Most];
+         Vector::dots(out, a, b, number);
+         putIntoFourth(a, out, number);
+     },
+     [](const Matrix3x3&, Vector& a, Vector& b) { a.values[3] = Vector::dot(a.values, b.values, 3); }},
+    {"crosses, into others",
+     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) {
+         Vector out[Most];
+         Vector::crosses(out, a, b, number);
+         std::copy_n(out, number, a);
+     },
+     [](const Matrix3x3&, Vector& a, Vector& b) {
+         Vector out;
+         out.cross(a, b);
+         a = out;
+     }},
+    {"crosses, into the left",
+     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) { Vector::crosses(a, a, b, number); },
+     [](const Matrix3x3&, Vector& a, Vector& b) { a.cross(a, b); }},
+    {"crosses, into the right",
+     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) { Vector::crosses(b, a, b, number); },
+     [](const Matrix3x3&, Vector& a, Vector& b) { b.cross(a, b); }},
+    {"crosses with themselves",
+     [](const Matrix3x3&, Vector* a, Vector*, size_t number) { Vector::crosses(a, a, a, number); },
+     [](const Matrix3x3&, Vector& a, Vector&) { a.cross(a, a); }},
+};
+
+bool same(const Vector& a, const Vector& b) {
+    return sameBits(a.values, b.values) && a.count == b.count;
+}
+
+TEST(Values, ManyAtOnceAreAsEachAlone) {
+    Source source(4);
+    const int counts[] = {3, 3, 4, 3, 2, 3, 1, 0, 3, -1, 9};
+    for (size_t round = 0; round < 30000; ++round) {
+        const ManyRow& row = manyRows[round % std::size(manyRows)];
+        const size_t number = source.pick(Most + 1);
+        const Matrix3x3 matrix = asMatrix3x3(source.matrix());
+        Vector a[Most], b[Most], expectedA[Most], expectedB[Most];
+        for (size_t i = 0; i < Most; ++i) {
+            a[i] = Vector(source.any(), source.any(), source.any(), source.any());
+            b[i] = Vector(source.any(), source.any(), source.any(), source.any());
+            a[i].count = counts[source.pick(std::size(counts))];
+            expectedA[i] = a[i];
+            expectedB[i] = b[i];
+            if (i < number) row.one(matrix, expectedA[i], expectedB[i]);
+        }
+        row.many(matrix, a, b, number);
+        EXPECT_TRUE(std::equal(a, a + Most, expectedA, same) && std::equal(b, b + Most, expectedB, same))
+            << row.name << ", " << number;
+    }
+    Matrix3x3().rotateVectors(nullptr, 0);
+    Vector::lengths(nullptr, nullptr, 0);
+    Vector::dots(nullptr, nullptr, nullptr, 0);
+    Vector::crosses(nullptr, nullptr, nullptr, 0);
 }
 
 // ---- Matrices ----

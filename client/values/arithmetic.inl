@@ -25,6 +25,37 @@ inline Pair both(double value) {
     return Pair{value, value};
 }
 
+inline void store(double* to, Pair pair) {
+    std::memcpy(to, &pair, sizeof pair);
+}
+
+/// Calls two(i) for the items i and i + 1 of each two of a number of items, and one(i) for one that is left.
+template <class Two, class One>
+inline void inTwos(size_t number, Two two, One one) {
+    size_t i = 0;
+    for (; i + 1 < number; i += 2) {
+        two(i);
+    }
+    if (i < number) one(i);
+}
+
+/// Two vectors side by side.
+struct Two3 {
+    Pair x, y, z;
+
+    Two3(const double* a, const double* b) : x{a[0], b[0]}, y{a[1], b[1]}, z{a[2], b[2]} {}
+    Two3(Pair a, Pair b, Pair c) : x(a), y(b), z(c) {}
+    /// The same row for both.
+    static Two3 ofRow(const double* row) { return {both(row[0]), both(row[1]), both(row[2])}; }
+
+    void store(double* a, double* b) const {
+        a[0] = x[0], a[1] = y[0], a[2] = z[0];
+        b[0] = x[1], b[1] = y[1], b[2] = z[1];
+    }
+    Two3 operator*(Pair factor) const { return {x * factor, y * factor, z * factor}; }
+    Two3 operator+(const Two3& other) const { return {x + other.x, y + other.y, z + other.z}; }
+};
+
 /// A row of a 3x3 matrix.
 struct Row3 {
     Pair xy;
@@ -34,7 +65,7 @@ struct Row3 {
     Row3(double a, double b, double c) : xy{a, b}, z(c) {}
 
     void store(double* to) const {
-        std::memcpy(to, &xy, sizeof xy);
+        Arithmetic::store(to, xy);
         to[2] = z;
     }
     Row3 operator+(const Row3& other) const { return {xy + other.xy, z + other.z}; }
@@ -54,8 +85,8 @@ struct Row4 {
     Row4(double a, double b, double c, double d) : xy{a, b}, zw{c, d} {}
 
     void store(double* to) const {
-        std::memcpy(to, &xy, sizeof xy);
-        std::memcpy(to + 2, &zw, sizeof zw);
+        Arithmetic::store(to, xy);
+        Arithmetic::store(to + 2, zw);
     }
     Row4 operator+(const Row4& other) const { return {xy + other.xy, zw + other.zw}; }
     Row4 operator*(double factor) const { return {xy * both(factor), zw * both(factor)}; }
@@ -65,23 +96,29 @@ private:
 };
 
 /// The row vector v times the matrix of three rows.
-inline Row3 times(const double* v, const Row3& a, const Row3& b, const Row3& c) {
+inline Row3 times(const Row3& v, const Row3& a, const Row3& b, const Row3& c) {
     // Components beyond a vector's count may never have been set, and are multiplied all the same.
-    return Row3(0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2];  // NOLINT(clang-analyzer-core.CallAndMessage)
+    return Row3(0.0, 0.0, 0.0) + a * v.xy[0] + b * v.xy[1] + c * v.z;  // NOLINT(clang-analyzer-core.CallAndMessage)
 }
 
 inline Row4 times(const double* v, const Row4& a, const Row4& b, const Row4& c, const Row4& d) {
     return Row4(0.0, 0.0, 0.0, 0.0) + a * v[0] + b * v[1] + c * v[2] + d * v[3];
 }
 
+/// Two row vectors times the same matrix of three rows.
+inline Two3 times(const Two3& v, const Two3& a, const Two3& b, const Two3& c) {
+    const Pair zero = both(0.0);
+    return Two3(zero, zero, zero) + a * v.x + b * v.y + c * v.z;
+}
+
 inline Row3 times(const double* v, const double* matrix) {
-    return times(v, Row3(matrix), Row3(matrix + 3), Row3(matrix + 6));
+    return times(Row3(v), Row3(matrix), Row3(matrix + 3), Row3(matrix + 6));
 }
 
 /// Sets m to m times the matrix of three rows, which may come from m.
 inline void multiply(double* m, Row3 a, Row3 b, Row3 c) {
     for (int i = 0; i < 9; i += 3) {
-        times(m + i, a, b, c).store(m + i);
+        times(Row3(m + i), a, b, c).store(m + i);
     }
 }
 
@@ -98,6 +135,19 @@ inline double dot(const double* a, const double* b) {
 
 inline double length(const double* a) {
     return std::sqrt(dot(a, a));
+}
+
+inline Pair dot(const Two3& a, const Two3& b) {
+    return both(0.0) + a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+inline Pair length(const Two3& a) {
+    const Pair square = dot(a, a);
+    return Pair{std::sqrt(square[0]), std::sqrt(square[1])};
+}
+
+inline Two3 cross(const Two3& a, const Two3& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
 /// The target must be none of the operands.

@@ -17,18 +17,26 @@ struct Mover {
     Mover(const double* matrix, const double* position) : x(matrix), y(matrix + 3), z(matrix + 6), offset(position) {}
 
     void moveOut(Vector& point) const {
-        Row3 moved = Arithmetic::times(point.values, x, y, z);
+        Row3 moved = Arithmetic::times(Row3(point.values), x, y, z);
         // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): set with the base class
         if (point.count == 3) moved = moved + offset;
         moved.store(point.values);
     }
 
     void moveInto(Vector& point) const {
+        Row3 moved(point.values);
         // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): the same
-        if (point.count == 3) (Row3(point.values) - offset).store(point.values);
-        Arithmetic::times(point.values, x, y, z).store(point.values);
+        if (point.count == 3) moved = moved - offset;
+        Arithmetic::times(moved, x, y, z).store(point.values);
     }
 };
+
+/// For a system in the matrix form. Not inline, or the way out would make room for the inverse, too.
+__attribute__((noinline)) void moveInto(const CoordSys& system, Vector& point) {
+    double inverted[9];
+    Arithmetic::invert(inverted, system.axes.m);
+    Mover(inverted, system.position).moveInto(point);
+}
 
 }  // namespace
 
@@ -70,8 +78,12 @@ void CoordSys::set(const ZantAxesCore& orientation) {
 }
 
 int CoordSys::transform(Vector& point, char inverse) const {
-    if (inverse || axes.rows != 3) return transform(&point, 1, inverse);
-    Mover(axes.m, position).moveOut(point);
+    if (axes.rows != 3) return transform(&point, 1, inverse);
+    if (inverse) {
+        moveInto(*this, point);
+    } else {
+        Mover(axes.m, position).moveOut(point);
+    }
     return 1;
 }
 

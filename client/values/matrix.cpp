@@ -99,6 +99,16 @@ void Matrix3x3::rotateVector(double* v) const {
     Arithmetic::times(v, m).store(v);
 }
 
+void Matrix3x3::rotateVectors(Vector* vectors, size_t number) const {
+    using Arithmetic::Two3;
+    const Two3 a = Two3::ofRow(m), b = Two3::ofRow(m + 3), c = Two3::ofRow(m + 6);
+    const auto two = [&](size_t i) {
+        double *first = vectors[i].values, *second = vectors[i + 1].values;
+        Arithmetic::times(Two3(first, second), a, b, c).store(first, second);
+    };
+    Arithmetic::inTwos(number, two, [&](size_t i) { rotateVector(vectors[i].values); });
+}
+
 Matrix4x4::Matrix4x4(const double (&elements)[16]) {
     std::copy_n(elements, 16, m);
 }

@@ -79,6 +79,9 @@ public:
 
     /// Replaces the three doubles at v by v * this.
     void rotateVector(double* v) const;
+    /// The same for the first three components of each of a number of vectors, whatever their counts, for less than
+    /// a call for each. This matrix lies outside of them.
+    void rotateVectors(Vector* vectors, size_t number) const;
 };
 static_assert(sizeof(Matrix3x3) == 72, "nine doubles");
 

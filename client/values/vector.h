@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "client/records/zant_records.h"
+#include "client/values/exactsums.h"
 #include "own/cxx17.h"
 
 namespace Zant {
@@ -13,8 +14,8 @@ namespace Zant {
 ///
 /// A count is kept as it is; operations take one above 4 as 4, and one below 0 as 0.
 ///
-/// Comparisons and counts are exact. The arithmetic lives in the source file, so that a host's compiler flags cannot
-/// change its rounding.
+/// Comparisons and counts are exact. A host's compiler flags cannot change the rounding: what multiplies lives in the
+/// source file, and the sums that are inline are hidden from the optimiser (client/values/exactsums.h).
 ///
 /// Threads: a plain record; several threads may read it, or one thread at a time changes it.
 class Vector : public ZantVectorCore {
@@ -44,8 +45,43 @@ public:
     static double dot(const double* a, const double* b, int n);
     /// Multiplies n doubles by a factor.
     static void scale(double* values, int n, double factor);
+
+    // Many vectors in one call, with the results of a call for each and for less than that. Arrays that are written may
+    // be the very arrays that are read, and otherwise share no memory with them.
+
+    /// out[i] = vectors[i].length() for each of a number of vectors.
+    static void lengths(double* out, const Vector* vectors, size_t number);
+    /// out[i] = dot(a[i].values, b[i].values, 3) for each of a number of vectors.
+    static void dots(double* out, const Vector* a, const Vector* b, size_t number);
+    /// out[i].cross(a[i], b[i]) for each of a number of vectors.
+    static void crosses(Vector* out, const Vector* a, const Vector* b, size_t number);
+
+private:
+    /// The operators for all counts.
+    Vector& add(const Vector& other);
+    Vector& subtract(const Vector& other);
 };
 static_assert(sizeof(Vector) == 40, "the stride of vectors in lists");
+
+inline Vector& Vector::operator+=(const Vector& other) {
+#ifdef ZANT_EXACT_SUMS
+    if (__builtin_expect(count == 3 && other.count == 3, 1)) {
+        ExactSums::add(values, other.values);
+        return *this;
+    }
+#endif
+    return add(other);
+}
+
+inline Vector& Vector::operator-=(const Vector& other) {
+#ifdef ZANT_EXACT_SUMS
+    if (__builtin_expect(count == 3 && other.count == 3, 1)) {
+        ExactSums::subtract(values, other.values);
+        return *this;
+    }
+#endif
+    return subtract(other);
+}
 
 }  // namespace Zant
 
