@@ -1,68 +1,43 @@
 // The inline sums of vectors, in a host whose compiler may reorder, fuse and leave out what it calculates.
 #include <gtest/gtest.h>
 
-#include "tests/hostilesums.h"
 #include "tests/literalgeometry.h"
-
-using Literal::sameBits;
-using Zant::Vector;
+#include "tests/sumchains.h"
 
 namespace {
 
-/// One component of what the hostile functions do, each step rounded.
-struct Steps {
-    double v, a, b;
-
-    double backAndForth() const { return (v + a) - a; }
-    double around() const { return (((v + a) + b) - a) - b; }
-    double fromItself() const { return v - v; }
-    double addProduct() const { return v + a * b; }
-    double subtractProduct() const { return v - a * b; }
-    double addAgain() const { return ((v + a) + a) + a; }
-    double addAndGoOn() const { return (v + a) + b; }
-};
-
-using Step = double (Steps::*)() const;
-using Change = void (*)(Vector& v, const Vector& a, const Vector& b);
-
-struct Row {
-    const char* name;
-    Step step;
-    Change change;
-};
-
-void goOnWithEach(Vector& v, const Vector& a, const Vector& b) {
-    for (int i = 0; i < 3; ++i) {
-        v.values[i] = Hostile::addAndGoOn(v.values[i], a.values[i], b.values[i]);
+/// A vector without any care, here where flags are exact.
+struct Plain {
+    Plain(double x, double y, double z) : values{x, y, z, 0} {}
+    void operator+=(const Plain& other) {
+        for (int i = 0; i < 3; ++i)
+            values[i] += other.values[i];
     }
-}
-
-const Row rows[] = {
-    {"backAndForth", &Steps::backAndForth,
-     [](Vector& v, const Vector& a, const Vector&) { Hostile::backAndForth(v, a); }},
-    {"around", &Steps::around, Hostile::around},
-    {"fromItself", &Steps::fromItself, [](Vector& v, const Vector&, const Vector&) { Hostile::fromItself(v); }},
-    {"addProduct", &Steps::addProduct, Hostile::addProduct},
-    {"subtractProduct", &Steps::subtractProduct, Hostile::subtractProduct},
-    {"addAgain", &Steps::addAgain, [](Vector& v, const Vector& a, const Vector&) { Hostile::addAgain(v, a, 3); }},
-    {"addAndGoOn", &Steps::addAndGoOn, goOnWithEach},
+    void operator-=(const Plain& other) {
+        for (int i = 0; i < 3; ++i)
+            values[i] -= other.values[i];
+    }
+    double values[4];
 };
 
-}  // namespace
+template <class V>
+V vectorOf(const double (&c)[3]) {
+    return V(c[0], c[1], c[2]);
+}
 
 TEST(InlineSums, KeepEveryBitUnderHostileFlags) {
     Literal::Source source(3);
-    for (int round = 0; round < 20000; ++round) {
-        const Vector v(source.any(), source.any(), source.any());
-        const Vector a(source.any(), source.any(), source.any()), b(source.any(), source.any(), source.any());
-        for (const Row& row : rows) {
-            double expected[4] = {};
-            for (int i = 0; i < 3; ++i) {
-                expected[i] = (Steps{v.values[i], a.values[i], b.values[i]}.*row.step)();
-            }
-            Vector changed = v;
-            row.change(changed, a, b);
-            ASSERT_TRUE(sameBits(changed.values, expected)) << row.name;
-        }
+    for (int round = 0; round < 120000; ++round) {
+        double c[3][3];
+        for (auto& components : c)
+            for (double& component : components)
+                component = source.any();
+        auto changed = vectorOf<Zant::Vector>(c[0]);
+        auto expected = vectorOf<Plain>(c[0]);
+        hostileChain(round % chains, changed, vectorOf<Zant::Vector>(c[1]), vectorOf<Zant::Vector>(c[2]));
+        chain(round % chains, expected, vectorOf<Plain>(c[1]), vectorOf<Plain>(c[2]));
+        ASSERT_TRUE(Literal::sameBits(changed.values, expected.values)) << round % chains;
     }
 }
+
+}  // namespace

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 #include <vector>
 
 #include "client/values/varlen.h"
@@ -70,89 +70,49 @@ TEST(Values, CrossAndDot) {
 
 // ---- Many at once ----
 
-constexpr size_t Most = 5;
-
-/// What a call for many does to the first of two arrays of vectors or to the second, and what a call for one does.
-struct ManyRow {
-    const char* name;
-    void (*many)(const Matrix3x3& matrix, Vector* a, Vector* b, size_t number);
-    void (*one)(const Matrix3x3& matrix, Vector& a, Vector& b);
-};
-
-void putIntoFourth(Vector* vectors, const double* numbers, size_t number) {
-    for (size_t i = 0; i < number; ++i) {
-        vectors[i].values[3] = numbers[i];
-    }
-}
-
-const ManyRow manyRows[] = {
-    {"rotateVectors",
-     [](const Matrix3x3& matrix, Vector* a, Vector*, size_t number) { matrix.rotateVectors(a, number); },
-     [](const Matrix3x3& matrix, Vector& a, Vector&) { matrix.rotateVector(a.values); }},
-    {"lengths",
-     [](const Matrix3x3&, Vector* a, Vector*, size_t number) {
-         double out[Most];
-         Vector::lengths(out, a, number);
-         putIntoFourth(a, out, number);
-     },
-     [](const Matrix3x3&, Vector& a, Vector&) { a.values[3] = a.length(); }},
-    {"dots",
-     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) {
-         double out[Most];
-         Vector::dots(out, a, b, number);
-         putIntoFourth(a, out, number);
-     },
-     [](const Matrix3x3&, Vector& a, Vector& b) { a.values[3] = Vector::dot(a.values, b.values, 3); }},
-    {"crosses, into others",
-     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) {
-         Vector out[Most];
-         Vector::crosses(out, a, b, number);
-         std::copy_n(out, number, a);
-     },
-     [](const Matrix3x3&, Vector& a, Vector& b) {
-         Vector out;
-         out.cross(a, b);
-         a = out;
-     }},
-    {"crosses, into the left",
-     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) { Vector::crosses(a, a, b, number); },
-     [](const Matrix3x3&, Vector& a, Vector& b) { a.cross(a, b); }},
-    {"crosses, into the right",
-     [](const Matrix3x3&, Vector* a, Vector* b, size_t number) { Vector::crosses(b, a, b, number); },
-     [](const Matrix3x3&, Vector& a, Vector& b) { b.cross(a, b); }},
-    {"crosses with themselves",
-     [](const Matrix3x3&, Vector* a, Vector*, size_t number) { Vector::crosses(a, a, a, number); },
-     [](const Matrix3x3&, Vector& a, Vector&) { a.cross(a, a); }},
-};
-
 bool same(const Vector& a, const Vector& b) {
     return sameBits(a.values, b.values) && a.count == b.count;
 }
 
+// Into arrays of their own and into those that are read; nothing after the last one is touched.
 TEST(Values, ManyAtOnceAreAsEachAlone) {
+    constexpr size_t most = 5;
+    using Vectors = std::array<Vector, most>;
     Source source(4);
-    const int counts[] = {3, 3, 4, 3, 2, 3, 1, 0, 3, -1, 9};
-    for (size_t round = 0; round < 30000; ++round) {
-        const ManyRow& row = manyRows[round % std::size(manyRows)];
-        const size_t number = source.pick(Most + 1);
+    const auto any = [&] {
+        Vector vector(source.any(), source.any(), source.any(), source.any());
+        vector.count = std::array{3, 3, 4, 3, 2, 3, 1, 0, 3, -1, 9}[source.pick(11)];
+        return vector;
+    };
+    for (int round = 0; round < 5000; ++round) {
+        const size_t number = source.pick(most + 1);
         const Matrix3x3 matrix = asMatrix3x3(source.matrix());
-        Vector a[Most], b[Most], expectedA[Most], expectedB[Most];
-        for (size_t i = 0; i < Most; ++i) {
-            a[i] = Vector(source.any(), source.any(), source.any(), source.any());
-            b[i] = Vector(source.any(), source.any(), source.any(), source.any());
-            a[i].count = counts[source.pick(std::size(counts))];
-            expectedA[i] = a[i];
-            expectedB[i] = b[i];
-            if (i < number) row.one(matrix, expectedA[i], expectedB[i]);
+        Vectors a, b, product{};
+        std::generate(a.begin(), a.end(), any);
+        std::generate(b.begin(), b.end(), any);
+        Vectors rotated = a, left = a, right = b;
+        std::array<double, most> lengths{}, dots{};
+        matrix.rotateVectors(rotated.data(), number);
+        Vector::lengths(lengths.data(), a.data(), number);
+        Vector::dots(dots.data(), a.data(), b.data(), number);
+        Vector::crosses(product.data(), a.data(), b.data(), number);
+        Vector::crosses(left.data(), left.data(), b.data(), number);
+        Vector::crosses(right.data(), a.data(), right.data(), number);
+        for (size_t i = 0; i < most; ++i) {
+            const bool isIn = i < number;
+            const auto crossed = [&](Vector target) {
+                if (isIn) target.cross(a[i], b[i]);
+                return target;
+            };
+            Vector alone = a[i];
+            if (isIn) matrix.rotateVector(alone.values);
+            EXPECT_TRUE(same(rotated[i], alone));
+            EXPECT_TRUE(sameBits(lengths[i], isIn ? a[i].length() : 0.0));
+            EXPECT_TRUE(sameBits(dots[i], isIn ? Vector::dot(a[i].values, b[i].values, 3) : 0.0));
+            EXPECT_TRUE(same(product[i], crossed(Vector())));
+            EXPECT_TRUE(same(left[i], crossed(a[i])) && same(right[i], crossed(b[i])));
         }
-        row.many(matrix, a, b, number);
-        EXPECT_TRUE(std::equal(a, a + Most, expectedA, same) && std::equal(b, b + Most, expectedB, same))
-            << row.name << ", " << number;
     }
-    Matrix3x3().rotateVectors(nullptr, 0);
-    Vector::lengths(nullptr, nullptr, 0);
-    Vector::dots(nullptr, nullptr, nullptr, 0);
-    Vector::crosses(nullptr, nullptr, nullptr, 0);
 }
 
 // ---- Matrices ----
