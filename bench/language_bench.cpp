@@ -13,7 +13,7 @@ using namespace Zant::Language;
 
 namespace {
 
-constexpr size_t textSize = 1 << 17;
+constexpr size_t textSize = 1 << 20;  // much more than the window
 constexpr size_t blockPasses = 200;
 
 /// A scene as a host writes it: declarations, geometry, lists, settings.
@@ -42,9 +42,23 @@ private:
     size_t at_ = 0;
 };
 
-std::string longTextIn(TextWriter::Form form) {
+/// A mesh as a host writes it: points with six decimals, polygons of whole numbers.
+std::string mesh() {
+    std::string text;
+    char line[200];
+    for (int k = 0; k < 100; ++k) {
+        const double a = 0.37 * k, b = 0.011 * k;
+        std::snprintf(line, sizeof line, "vertex3d corners,%d,(%.6f,%.6f,%.6f);\n", k, 3.1 * a, b - 0.5, 17.0 - a * b);
+        text += line;
+        std::snprintf(line, sizeof line, "meshAddPoly panel,1,{%d,%d,%d,%d};\n", k, k + 1, k + 102, k + 101);
+        text += line;
+    }
+    return text;
+}
+
+std::string longTextIn(TextWriter::Form form, std::string_view text) {
     std::string once, whole;
-    TextReader reader{std::string_view(scene)};
+    TextReader reader{text};
     TextWriter writer(form);
     for (Command command; reader.next(command) == ReadResult::Command;)
         once.append(writer.write(command)).append("\n");
@@ -64,8 +78,8 @@ std::vector<std::string> blocksOfScene() {
     return blocks;
 }
 
-void readText(const char* title, TextWriter::Form form) {
-    const std::string text = longTextIn(form);
+void readText(const char* title, TextWriter::Form form, std::string_view of) {
+    const std::string text = longTextIn(form, of);
     Contest contest(title, text.size());
     contest.ours("TextReader", [&] {
         Repeated source(text);
@@ -103,7 +117,8 @@ void readBlocks() {
 }  // namespace
 
 int main() {
-    readText("reading plain text", TextWriter::Form::Plain);
-    readText("reading quick text", TextWriter::Form::Quick);
+    readText("reading plain text", TextWriter::Form::Plain, scene);
+    readText("reading plain text, a mesh", TextWriter::Form::Plain, mesh());
+    readText("reading quick text", TextWriter::Form::Quick, scene);
     readBlocks();
 }
