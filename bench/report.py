@@ -129,7 +129,7 @@ def write_report(folder, measured, cache, load):
              "are the same in every run; their ratio is to the peer that needs the fewest.", "",
              f"Machine: {machine(cache)}.", "",
              "Figures are for one item: a number, a command, a pixel, a byte of what is read (1000 / ns is MB/s). Compared as it",
-             "is asked for: a copy within one pixel format has memcpy as its peer, whatever else there is.", "",
+             "is asked for: a copy within one pixel format has memcpy as its peer, where that does the same.", "",
              f"Load before it began: {load:.1f} (0 would be an idle machine).", ""]
     for name, results, counts in measured:
         lines += section(name, results, counts, folder)

@@ -31,6 +31,15 @@ char* put(char* out, const char* characters, size_t length) {
     return out + length;
 }
 
+/// Half of the keywords have 8 to 16 letters: two moves, which may overlap, in place of a call.
+char* putKeyword(char* out, const char* word, size_t length) {
+    constexpr size_t half = 8;
+    if (length - half > half) return put(out, word, length);
+    std::memcpy(out, word, half);
+    std::memcpy(out + length - half, word + length - half, half);
+    return out + length;
+}
+
 char* putNumber(char* out, double value) {
     return writeNumberText(value, out);
 }
@@ -121,7 +130,7 @@ void CommandTextBuffer::addEnum(int number, const char* word) {
     if (quick || !word) return addEnumQuick(number);
     const size_t length = std::strlen(word);
     const char* const next = text_.separator ? "," : " ";
-    end(put(begin(length + symbolCommandRoom), word, length), next);
+    end(putKeyword(begin(length + symbolCommandRoom), word, length), next);
 }
 
 void CommandTextBuffer::addEnumQuick(int number) {
