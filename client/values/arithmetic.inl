@@ -137,13 +137,15 @@ inline double length(const double* a) {
     return std::sqrt(dot(a, a));
 }
 
-inline Pair dot(const Two3& a, const Two3& b) {
-    return both(0.0) + a.x * b.x + a.y * b.y + a.z * b.z;
+/// a . b and c . d. Multiplied first, they are put side by side once instead of twice.
+inline Pair twoDots(const double* a, const double* b, const double* c, const double* d) {
+    const Pair first = load(a) * load(b), second = load(c) * load(d);
+    return both(0.0) + Pair{first[0], second[0]} + Pair{first[1], second[1]} + Pair{a[2] * b[2], c[2] * d[2]};
 }
 
-inline Pair length(const Two3& a) {
-    const Pair square = dot(a, a);
-    return Pair{std::sqrt(square[0]), std::sqrt(square[1])};
+inline Pair twoLengths(const double* a, const double* b) {
+    const Pair squares = twoDots(a, a, b, b);
+    return Pair{std::sqrt(squares[0]), std::sqrt(squares[1])};
 }
 
 inline Two3 cross(const Two3& a, const Two3& b) {

@@ -73,7 +73,7 @@ void Vector::lengths(double* out, const Vector* vectors, size_t number) {
     const auto two = [&](size_t i) {
         const Vector &first = vectors[i], &second = vectors[i + 1];
         if (first.count == 3 && second.count == 3) {
-            Arithmetic::store(out + i, Arithmetic::length(Two3(first.values, second.values)));
+            Arithmetic::store(out + i, Arithmetic::twoLengths(first.values, second.values));
         } else {
             one(i);
             one(i + 1);
@@ -84,8 +84,7 @@ void Vector::lengths(double* out, const Vector* vectors, size_t number) {
 
 void Vector::dots(double* out, const Vector* a, const Vector* b, size_t number) {
     const auto two = [&](size_t i) {
-        const Two3 left(a[i].values, a[i + 1].values), right(b[i].values, b[i + 1].values);
-        Arithmetic::store(out + i, Arithmetic::dot(left, right));
+        Arithmetic::store(out + i, Arithmetic::twoDots(a[i].values, b[i].values, a[i + 1].values, b[i + 1].values));
     };
     Arithmetic::inTwos(number, two, [&](size_t i) { out[i] = Arithmetic::dot(a[i].values, b[i].values); });
 }
