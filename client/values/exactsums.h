@@ -11,6 +11,8 @@
 #ifndef ZANT_CLIENT_VALUES_EXACTSUMS_H
 #define ZANT_CLIENT_VALUES_EXACTSUMS_H
 
+#include "own/cxx17.h"
+
 // Where SSE2 is, gcc may still be told to calculate in wider registers; clang may not, and may give -1 all the same.
 #if defined(__clang__) || (defined(__GNUC__) && __FLT_EVAL_METHOD__ == 0)
 #if defined(__SSE2_MATH__)
