@@ -1,16 +1,10 @@
 #include "own/dl.h"
 
-#include <dlfcn.h>
-#include <link.h>
-
-#include <cinttypes>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
-#include <memory>
 
+#include "own/dlplatform.h"
 #include "own/resizablebuffer.h"
 
 namespace Zant {
@@ -37,8 +31,8 @@ void keepFailure(const char* name, const char* reason) {
 }
 
 void* open(const char* fileName) {
-    void* handle = dlopen(fileName, RTLD_LAZY);
-    if (!handle) keepFailure(fileName, dlerror());
+    void* handle = Platform::openFile(fileName);
+    if (!handle) keepFailure(fileName, Platform::lastReason());
     return handle;
 }
 
@@ -51,28 +45,6 @@ void* openCombined(const char* dir, const char* name, const char* ext, const cha
     return open(fileName.buffer);
 }
 
-/// Closes a stream, or frees what the platform has allocated.
-struct Closing {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-    void operator()(char* text) const { std::free(text); }
-};
-
-/// The kernel's own name of the file that is mapped at an address: the loader knows a program by the name that it was
-/// started with, and a library by the name that it was opened with.
-std::string mappedFile(const void* address) {
-    const std::unique_ptr<std::FILE, Closing> maps(std::fopen("/proc/self/maps", "re"));
-    char line[4096 + 128];
-    while (maps && std::fgets(line, sizeof line, maps.get())) {
-        uintptr_t from = 0, to = 0;
-        int name = 0;
-        const auto place = reinterpret_cast<uintptr_t>(address);
-        if (std::sscanf(line, "%" SCNxPTR "-%" SCNxPTR " %*s %*s %*s %*s %n", &from, &to, &name) < 2) continue;
-        if (place < from || place >= to || line[name] != '/') continue;
-        return std::string(line + name, std::strcspn(line + name, "\n"));
-    }
-    return {};
-}
-
 }  // namespace
 
 void* DllLoad(const char* fileName) {
@@ -82,28 +54,21 @@ void* DllLoad(const char* fileName) {
 
 void* DllFindProcedure(void* handle, const char* name) {
     lastError[0] = 0;
-    void* procedure = dlsym(handle, name);
-    if (!procedure) keepFailure(name, dlerror());
+    void* procedure = Platform::findProcedure(handle, name);
+    if (!procedure) keepFailure(name, Platform::lastReason());
     return procedure;
 }
 
 int DllUnload(void* handle) {
-    return dlclose(handle);
+    return Platform::closeFile(handle);
 }
 
 bool DllKeepMapped(void* handle) {
-    const link_map* file = nullptr;
-    if (!handle || dlinfo(handle, RTLD_DI_LINKMAP, &file) != 0) return false;
-    return dlopen(file->l_name, RTLD_LAZY | RTLD_NODELETE | RTLD_NOLOAD) != nullptr;
+    return Platform::keepMapped(handle);
 }
 
 std::string DllFileOf(const void* address) {
-    Dl_info info{};
-    if (!dladdr(address, &info) || !info.dli_fname) return {};
-    std::string mapped = mappedFile(info.dli_fbase);  // static objects need not lie in the file
-    if (!mapped.empty()) return mapped;
-    const std::unique_ptr<char, Closing> resolved(realpath(info.dli_fname, nullptr));
-    return resolved ? resolved.get() : std::string();
+    return Platform::fileOf(address);
 }
 
 void* DllLoadCombinedFilename(const char* dir, const char* name, const char* /*unused*/, const char* ext,
