@@ -49,7 +49,7 @@ void draw(void* p, BitmapSymbol& picture) {
 void fill(VertexMapSymbol& corners) {
     const double positions[4][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
     corners.registerSymbol(3, 4, 1);
-    for (unsigned long row = 0; row < 4; ++row) {
+    for (size_t row = 0; row < 4; ++row) {
         const double* const position = positions[row];
         if (corners.direct() && row % 2 == 1) {
             corners.direct()->setRow(row, position, 0);

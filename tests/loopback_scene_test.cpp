@@ -322,7 +322,7 @@ TEST(LoopbackVertexMaps, GrowInPlaceAndRefuseWhatIsAbsurd) {
     VertexMapSymbol map(buffer, "v");
     map.registerSymbol(3, 0, 1);
     const uint64_t handle = map.handle;
-    for (unsigned long row = 0; row < 1000; ++row)
+    for (size_t row = 0; row < 1000; ++row)
         map.data(row, Vector(1, 2, static_cast<double>(row)));
     EXPECT_EQ(map.handle, handle);
     ASSERT_EQ(map.direct()->getSize(), 1000U) << host.text.take();

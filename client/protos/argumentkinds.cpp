@@ -22,7 +22,7 @@ constexpr KindRow kinds[] = {
      "bool", "addDouble", "flag", true},
     {ZANT_KIND(Unsigned), "u", ValueKind::Number, false,
      "unsigned", "an integer of 0 or more", "`2`", "as a number",
-     "unsigned long", "addDouble", "index", true},
+     "Zant::Unsigned64", "addDouble", "index", true},
     {ZANT_KIND(String), "s", ValueKind::String, false,
      "text", "a text in double quotes", "`\"wood.png\"`, a quote inside doubled",
      "its length in bytes, then the bytes and a zero byte",

@@ -14,7 +14,7 @@ constexpr int vertexMapInformation = 1;
 
 }  // namespace
 
-void VertexMapSymbol::registerSymbol(int dimension, unsigned long size, int samples) {
+void VertexMapSymbol::registerSymbol(int dimension, Unsigned64 size, int samples) {
     info = {};
     buffer->addKeyword(Enums::cmd_strings, Enums::cmd_vertexMap);
     buffer->addSymbol(*this);
@@ -36,7 +36,7 @@ void VertexMapSymbol::refreshDirectLink() {
     info.isDouble = (buffer->instance->library->getInfoInt(vertexMapInformation) & 1) != 0;
 }
 
-void VertexMapSymbol::data(unsigned long row, const Vector& vector) {
+void VertexMapSymbol::data(Unsigned64 row, const Vector& vector) {
     buffer->addKeyword(Enums::cmd_strings, vector.count == 2 ? Enums::cmd_vertex2d : Enums::cmd_vertex3d);
     buffer->addSymbol(*this);
     buffer->addDouble(static_cast<double>(row));
@@ -44,7 +44,7 @@ void VertexMapSymbol::data(unsigned long row, const Vector& vector) {
     buffer->parse();
 }
 
-void VertexMapSymbol::data(unsigned long row, const VarLenDouble& list) {
+void VertexMapSymbol::data(Unsigned64 row, const VarLenDouble& list) {
     buffer->addKeyword(Enums::cmd_strings, Enums::cmd_vertexData);
     buffer->addSymbol(*this);
     buffer->addDouble(static_cast<double>(row));

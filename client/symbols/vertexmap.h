@@ -7,6 +7,7 @@
 #include "client/symbols/symbol.h"
 #include "client/values/varlen.h"
 #include "client/values/vector.h"
+#include "own/unsigned64.h"
 
 namespace Zant {
 
@@ -22,44 +23,44 @@ public:
     ZantVertexMapRecord* record = nullptr;  ///< the engine's; null while not linked
     bool isDouble = false;                  ///< whether the values are doubles
 
-    unsigned long getSize() const { return record->size; }
+    Unsigned64 getSize() const { return record->size; }
     int getDimension() const { return record->dimension; }
     int getSamples() const { return record->samples; }
 
     /// @return the row's first value, or null when the map holds doubles
-    float* getRowFloatPtr(unsigned long row) const { return isDouble ? nullptr : floats() + index(row, 0, 0); }
+    float* getRowFloatPtr(Unsigned64 row) const { return isDouble ? nullptr : floats() + index(row, 0, 0); }
     /// @return the row's first value, or null when the map holds floats
-    double* getRowDoublePtr(unsigned long row) const { return isDouble ? doubles() + index(row, 0, 0) : nullptr; }
+    double* getRowDoublePtr(Unsigned64 row) const { return isDouble ? doubles() + index(row, 0, 0) : nullptr; }
 
-    float getValueFloat(unsigned long row, int component, int sample) const {
+    float getValueFloat(Unsigned64 row, int component, int sample) const {
         return get<float>(index(row, component, sample));
     }
-    double getValueDouble(unsigned long row, int component, int sample) const {
+    double getValueDouble(Unsigned64 row, int component, int sample) const {
         return get<double>(index(row, component, sample));
     }
 
     /// Stores one value. Note the order: the value stands between the component and the sample.
-    void setValue(unsigned long row, int component, float value, int sample) const {
+    void setValue(Unsigned64 row, int component, float value, int sample) const {
         set(index(row, component, sample), value);
     }
-    void setValue(unsigned long row, int component, double value, int sample) const {
+    void setValue(Unsigned64 row, int component, double value, int sample) const {
         set(index(row, component, sample), value);
     }
 
     /// Copies the components of one sample out of the map.
-    void getRow(unsigned long row, float* out, int sample) const { read(index(row, 0, sample), out); }
-    void getRow(unsigned long row, double* out, int sample) const { read(index(row, 0, sample), out); }
+    void getRow(Unsigned64 row, float* out, int sample) const { read(index(row, 0, sample), out); }
+    void getRow(Unsigned64 row, double* out, int sample) const { read(index(row, 0, sample), out); }
 
     /// Copies the components of one sample into the map.
-    void setRow(unsigned long row, const float* in, int sample) const { write(index(row, 0, sample), in); }
-    void setRow(unsigned long row, const double* in, int sample) const { write(index(row, 0, sample), in); }
+    void setRow(Unsigned64 row, const float* in, int sample) const { write(index(row, 0, sample), in); }
+    void setRow(Unsigned64 row, const double* in, int sample) const { write(index(row, 0, sample), in); }
 
 private:
     float* floats() const { return static_cast<float*>(record->values); }
     double* doubles() const { return static_cast<double*>(record->values); }
 
     /// Counts in values; the products inside a row are formed in 32 bits, as the engine forms them.
-    size_t index(unsigned long row, int component, int sample) const {
+    size_t index(Unsigned64 row, int component, int sample) const {
         return row * static_cast<size_t>(product(record->dimension, record->samples)) +
                static_cast<size_t>(product(sample, record->dimension)) + static_cast<size_t>(component);
     }
@@ -116,7 +117,7 @@ public:
     /// @param dimension components per sample
     /// @param size rows; 0 for a map that grows, and samples is not sent then
     /// @param samples samples per row
-    void registerSymbol(int dimension, unsigned long size, int samples);
+    void registerSymbol(int dimension, Unsigned64 size, int samples);
 
     /// Links the map; without a handle the link is cleared.
     void refreshDirectLink();
@@ -125,9 +126,9 @@ public:
     const VertexMapInfo* direct() const { return info.record ? &info : nullptr; }
 
     /// Sends one row by command: as "vertex2d" when the vector has two components, otherwise as "vertex3d".
-    void data(unsigned long row, const Vector& vector);
+    void data(Unsigned64 row, const Vector& vector);
     /// Sends one row of any length by command.
-    void data(unsigned long row, const VarLenDouble& list);
+    void data(Unsigned64 row, const VarLenDouble& list);
 };
 
 }  // namespace Zant

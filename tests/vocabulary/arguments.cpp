@@ -77,7 +77,7 @@ Event Arguments::event(const std::string& letter, size_t place) const {
     if (letter == "d") return number(at<double>(place));
     if (letter == "i") return number(at<int>(place));
     if (letter == "b") return number(at<bool>(place) ? 1 : 0);
-    if (letter == "u") return number(static_cast<double>(at<unsigned long>(place)));
+    if (letter == "u") return number(static_cast<double>(at<Zant::Unsigned64>(place)));
     if (letter == "s") return {"addString", 0, {}, sample.text};
     if (letter == "W") return {"addString wide", 0, {}, sample.wideText};
     if (letter == "V") return {"addVector", 0, {}, &sample.vector};

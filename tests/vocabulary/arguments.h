@@ -52,7 +52,7 @@ private:
 
 /// An argument of every type. References are told apart by what they refer to, so their content does not matter.
 using Values =
-    std::tuple<double, int, bool, unsigned long, const char*, const wchar_t*, const Zant::Vector&, const Zant::Axes&,
+    std::tuple<double, int, bool, Zant::Unsigned64, const char*, const wchar_t*, const Zant::Vector&, const Zant::Axes&,
                const Zant::CoordSys&, const Zant::Symbol&, Zant::Symbol&, const Zant::BitmapSymbol&,
                const Zant::MeshSymbol&, const Zant::VertexMapSymbol&, const Zant::VarLenDouble&,
                const Zant::VarLenVector&, const Zant::VarLenCoordSys&, const Zant::VarLenSymbol&>;

@@ -16,7 +16,7 @@ namespace Vocabulary {
 using d = double;
 using i = int;
 using b = bool;
-using u = unsigned long;
+using u = Zant::Unsigned64;
 using s = const char*;
 using W = const wchar_t*;
 using V = const Zant::Vector&;

@@ -9,6 +9,7 @@ const char* const opening = R"(#ifndef ZANT_CLIENT_PROTOS_PROTOS_H
 // Made from client/protos/catalogue by the build; change it there.
 
 #include "client/values/varlen.h"
+#include "own/unsigned64.h"
 
 namespace Zant {
 class Axes;
@@ -29,7 +30,7 @@ class VertexMapSymbol;
 ///   at the word that holds the buffer's address.
 /// - A name is the command word, the number of parameters after `protos`, "u" where strings are wide, and the keywords.
 /// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
-/// - Every number reaches the engine as a double; above 2^53 an unsigned long is rounded to the nearest one.
+/// - Every number reaches the engine as a double; above 2^53 an Unsigned64 is rounded to the nearest one.
 ///
 /// Threads: one at a time for each prototyper; different ones at the same time.
 ///
