@@ -11,7 +11,7 @@ foreach(folder IN LISTS folders)
     file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/${folder}/*.h)
     list(APPEND headers ${found})
 endforeach()
-list(FILTER headers EXCLUDE REGEX "/generator/|^own/(decimaltables|lentblock|numbertext)[.]h")  # internal
+list(FILTER headers EXCLUDE REGEX "/generator/|^own/(bits|decimaltables|lentblock|numbertext)[.]h")  # internal
 
 list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
 if(TARGET loopback)

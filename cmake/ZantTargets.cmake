@@ -53,7 +53,8 @@ set_target_properties(zantclient PROPERTIES EXPORT_NAME client)
 zant_apply_settings(zantclient)
 zant_host_headers(zantclient)
 target_compile_options(zantclient PRIVATE -ffunction-sections -fdata-sections)
-target_compile_definitions(zantclient PRIVATE ZANT_ENGINE_SUFFIX="${ZANT_ENGINE_SUFFIX}")
+target_compile_definitions(zantclient PRIVATE ZANT_ENGINE_SUFFIX="${ZANT_ENGINE_SUFFIX}"
+    PUBLIC $<$<BOOL:${ZANT_PLAIN_CODE}>:ZANT_PLAIN_CODE>)
 target_link_libraries(zantclient PUBLIC ${CMAKE_DL_LIBS})
 # A plug-in that is built without optimisation exports the inline functions of our headers. Its own calls stay inside it:
 # two plug-ins in one host would otherwise share them, and crash when the first one leaves.

@@ -91,14 +91,14 @@ private:
     bool addVector() { return encoding().readVector(command->newVector()); }
 
     // Rare and large: inline, these two would burden the others.
-    [[gnu::noinline]] bool addAxes() {
+    ZANT_NOINLINE bool addAxes() {
         ZantAxesCore axes{};
         if (!encoding().readAxes(axes)) return false;
         command->addAxes(Axes::isEye(axes) ? Axes() : Axes(axes));
         return true;
     }
 
-    [[gnu::noinline]] bool addCoordSys() {
+    ZANT_NOINLINE bool addCoordSys() {
         ZantCoordSysCore coordSys{};
         if (!encoding().readCoordSys(coordSys)) return false;
         if (Axes::isEye(coordSys.axes)) coordSys.axes = Axes();
@@ -136,7 +136,7 @@ private:
     }
 
     // Tries one way after the other, each from the same place. Not inline: the vocabulary of the engine has no forks.
-    [[gnu::noinline]] bool walkEveryWay(Grammar::Node node, int depth) {
+    ZANT_NOINLINE bool walkEveryWay(Grammar::Node node, int depth) {
         const char* const item = here;
         const auto leadsOn = [&](Grammar::Node target) {
             if (target != Grammar::none && walkOn(target, depth + 1)) return true;

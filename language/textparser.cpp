@@ -37,7 +37,7 @@ inline bool TextParser::take(char character) {
 }
 
 // Not inline: a caller of the fast path would pay for it.
-[[gnu::noinline]] bool TextParser::readLongNumber(double& number) {
+ZANT_NOINLINE bool TextParser::readLongNumber(double& number) {
     const char* const after = readAnyNumber(here, number);
     if (after == here) return false;
     if (!std::isfinite(number)) return fail("the number is too large");

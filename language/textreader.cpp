@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <cstring>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 #include "language/characters.h"
 #include "language/grammar.h"
 #include "language/lookup.h"
 #include "language/mismatch.h"
 #include "language/reader.h"
 #include "language/textparser.h"
+
+#ifdef ZANT_SSE2_CODE
+#include <emmintrin.h>
+#endif
 
 namespace Zant::Language {
 
@@ -36,7 +36,7 @@ bool holdsMark(const char* bytes) {
 }
 
 const char* findMark(const char* from, const char* limit) {
-#ifdef __SSE2__  // twice as many bytes at a time
+#ifdef ZANT_SSE2_CODE  // twice as many bytes at a time
     const __m128i ends = _mm_set1_epi8(';'), quotes = _mm_set1_epi8('"');
     for (; limit - from >= 16; from += 16) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));

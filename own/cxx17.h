@@ -7,6 +7,7 @@
 #error "Zant's C++ headers need C++17 or newer (-std=c++17); its C interface, client/capi/zant_c.h, needs C++11 or C99"
 #endif
 
+#include "own/compiler.h"
 #include "own/version.h"
 
 #endif

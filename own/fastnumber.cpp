@@ -16,12 +16,11 @@
 #include <cstring>
 #include <type_traits>
 
+#include "own/bits.h"
 #include "own/decimaltables.h"
 
-// ZANT_PLAIN_CODE: as a processor without pairs of doubles has it, for the tests.
-#if defined(__x86_64__) && !defined(ZANT_PLAIN_CODE)
+#ifdef ZANT_SSE2_CODE
 #include <emmintrin.h>
-#define ZANT_PAIRS_OF_DOUBLES
 #endif
 
 namespace Zant {
@@ -45,8 +44,6 @@ constexpr double largestInteger = 999999.0;
 
 // ---- Eight digits in one word, the first digit in the lowest byte ---------------------------------------------------
 
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a stored word begins with its lowest byte");
-
 constexpr uint64_t zeroCharacters = 0x3030303030303030;
 
 // 1130000 is 001, 130 and 000. The first of these nine digits is shifted out; the others are the word 0x03010100.
@@ -62,12 +59,12 @@ uint64_t digitAt(uint64_t digits, int place) {
 
 // Of digits that are not all zero.
 size_t countToLastNonzero(uint64_t digits) {
-    return static_cast<size_t>(63 - __builtin_clzll(digits)) / 8 + 1;
+    return static_cast<size_t>(highestBit(digits)) / 8 + 1;
 }
 
 // Of digits that are not all zero.
 int countLeadingZeros(uint64_t digits) {
-    return __builtin_ctzll(digits) / 8;
+    return lowestBit(digits) / 8;
 }
 
 void store(char* out, uint64_t characters) {
@@ -80,7 +77,7 @@ constexpr double toInteger = 3LL << 51;  // added and taken off, it rounds what 
 
 // The highest bit of a byte for each place, up to the eighth, at which v falls short of the integer that it is nearest
 // to; the lower bits have no meaning. All places are looked at: that is faster than to stop early.
-#ifdef ZANT_PAIRS_OF_DOUBLES
+#ifdef ZANT_SSE2_CODE
 __m128i shortPair(__m128d v, const double* powers) {
     const __m128d shift = _mm_set1_pd(toInteger);
     const __m128d product = _mm_mul_pd(v, _mm_loadu_pd(powers));
@@ -169,7 +166,7 @@ private:
     // 0.0113 falls short at place 4 alone, as 112.99999999999999: the highest bit is in byte 3, and the result 1 << 24.
     uint64_t lastShortPlace(double v) const {
         const uint64_t places = shortPlaces(v, tables_.powers()) & UINT64_MAX >> (8 * (mostDecimals - count_));
-        return 1ULL << 63 >> __builtin_clzll(places | 1) >> 7;
+        return 1ULL << highestBit(places | 1) >> 7;
     }
 
     bool findAtInteger(double a, const Product& product) {
@@ -271,7 +268,7 @@ char* writeFraction(double a, char* out, const DecimalTables& tables, Count deci
 
 // With an exponent.
 template <class Count>
-[[gnu::noinline]] char* writeScientific(double a, char* out, const DecimalTables& tables, Count decimals) {
+ZANT_NOINLINE char* writeScientific(double a, char* out, const DecimalTables& tables, Count decimals) {
     if (!hasExponent(a, tables)) return nullptr;
     const int exponent = decimalExponent(a, tables);
     const double mantissa = a / tables.powers()[exponent];

@@ -43,7 +43,7 @@ void TextBuffer::concatNumber(Writer write) {
 }
 
 template <class Writer>
-[[gnu::noinline]] void TextBuffer::concatCopied(Writer write) {  // inlined, it would cost every number a stack frame
+ZANT_NOINLINE void TextBuffer::concatCopied(Writer write) {  // inlined, it would cost every number a stack frame
     char text[numberTextRoom];
     write(text);
     concat(text);

@@ -18,9 +18,10 @@
 #define ZANT_C_H
 
 #include "client/records/zant_records.h"
+#include "own/compiler.h"
 
-#if defined(__GNUC__) && !defined(ZANT_STATIC)
-#define ZANT_API __attribute__((visibility("default")))
+#if !defined(ZANT_STATIC) && (!defined(_MSC_VER) || defined(zant_EXPORTS))
+#define ZANT_API ZANT_EXPORTED
 #else
 #define ZANT_API
 #endif

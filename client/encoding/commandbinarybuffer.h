@@ -56,11 +56,11 @@ private:
     char* position_ = nullptr;   ///< in the block: where the next item starts, at a multiple of 8
     char* lastPlace_ = nullptr;  ///< up to here there is room for any item of a fixed size
 
-    [[gnu::noinline, gnu::cold]] void grow(size_t words);  // inlined, it would cost every item a stack frame
+    ZANT_COLD void grow(size_t words);  // inlined, it would cost every item a stack frame
     template <class Item>
-    [[gnu::noinline, gnu::cold]] void growAndRepeat(size_t words, Item item);
-    [[gnu::noinline, gnu::cold]] void growBesideParser(size_t words);
-    [[gnu::noinline, gnu::cold]] void beginAfter(const char* sent);
+    ZANT_COLD void growAndRepeat(size_t words, Item item);
+    ZANT_COLD void growBesideParser(size_t words);
+    ZANT_COLD void beginAfter(const char* sent);
     bool isBeingParsed() const;
     void continueAt(size_t used);
     void begin();
@@ -69,7 +69,7 @@ private:
     char* takeGrowing(size_t words);
     template <class T>
     void addVarLen(const VarLenTemplate<T>& list);
-    [[gnu::noinline, gnu::cold]] void addCutVector(Vector vector);
+    ZANT_COLD void addCutVector(Vector vector);
     void addAxesCore(const ZantAxesCore& axes);
 
     void addItem(const Double& item) { addDouble(item.value); }

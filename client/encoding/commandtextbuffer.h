@@ -48,7 +48,7 @@ public:
     void addVarLenSymbol(const VarLenSymbol& list) override;
 
     /// A keyword as its number in brackets.
-    [[gnu::noinline]] void addEnumQuick(int number);  // inlined, it would cost every word a stack frame
+    ZANT_NOINLINE void addEnumQuick(int number);  // inlined, it would cost every word a stack frame
 
     /// The notation of an orientation alone, without separators around it.
     void addAxesCore(const ZantAxesCore& axes);

@@ -9,8 +9,7 @@
 namespace Zant {
 
 // No virtual destructor: the order of the virtual operations is shared with other builds.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+ZANT_BEGIN_UNDELETED
 
 /// A loop over three indices, run on the engine's threads. Derive from it and override run().
 ///
@@ -42,7 +41,7 @@ public:
     virtual void run(const size_t* index, int thread);
 };
 
-#pragma GCC diagnostic pop
+ZANT_END_UNDELETED
 
 }  // namespace Zant
 

@@ -27,8 +27,7 @@ inline void setEventSelector(EventData& event, int32_t selector) {
 }
 
 // No virtual destructor: the order of the virtual operations is shared with other builds.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+ZANT_BEGIN_UNDELETED
 
 /// Serves an instance's events: text output, questions for text, preview windows, mouse and keys.
 ///
@@ -87,7 +86,7 @@ public:
     virtual int getMouseRawDPI(void* window);
 };
 
-#pragma GCC diagnostic pop
+ZANT_END_UNDELETED
 
 }  // namespace Zant
 

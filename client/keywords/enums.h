@@ -17,7 +17,7 @@
 namespace Zant::Enums {
 
 // Internal to whatever the library is linked into, so that the typed functions load a word in one instruction.
-#pragma GCC visibility push(hidden)
+ZANT_BEGIN_INTERNAL
 
 /// The first keyword of every command; also the keyword after help.
 extern const char* const cmd_strings[158];
@@ -174,7 +174,7 @@ extern const char* const memCmds_strings[6];
 /// Sent by no typed command function.
 extern const char* const renderInfosStringFormat_strings[38];
 
-#pragma GCC visibility pop
+ZANT_END_INTERNAL
 
 }  // namespace Zant::Enums
 

@@ -6,8 +6,7 @@
 namespace Zant {
 
 // No virtual destructors, as in the base class.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+ZANT_BEGIN_UNDELETED
 
 /// The ready-made listeners.
 ///
@@ -87,7 +86,7 @@ private:
     int ask(_ZantEventKind kind, void* handle, int32_t selector) const;
 };
 
-#pragma GCC diagnostic pop
+ZANT_END_UNDELETED
 
 }  // namespace Zant
 

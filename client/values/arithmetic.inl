@@ -8,12 +8,24 @@
 #include <cstring>
 
 #include "client/records/zant_records.h"
+#include "own/cxx17.h"
 
 namespace Zant {
 namespace Arithmetic {
 
 /// Two doubles that are worked on at once; each gets the result that it would get alone.
+#ifdef ZANT_GNU_CODE
 using Pair = double __attribute__((vector_size(16)));
+#else
+struct Pair {
+    double values[2];
+
+    double operator[](int k) const { return values[k]; }
+    Pair operator+(const Pair& other) const { return {values[0] + other[0], values[1] + other[1]}; }
+    Pair operator-(const Pair& other) const { return {values[0] - other[0], values[1] - other[1]}; }
+    Pair operator*(const Pair& other) const { return {values[0] * other[0], values[1] * other[1]}; }
+};
+#endif
 
 inline Pair load(const double* from) {
     Pair pair;

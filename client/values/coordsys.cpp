@@ -32,7 +32,7 @@ struct Mover {
 };
 
 /// For a system in the matrix form. Not inline, or the way out would make room for the inverse, too.
-__attribute__((noinline)) void moveInto(const CoordSys& system, Vector& point) {
+ZANT_NOINLINE void moveInto(const CoordSys& system, Vector& point) {
     double inverted[9];
     Arithmetic::invert(inverted, system.axes.m);
     Mover(inverted, system.position).moveInto(point);

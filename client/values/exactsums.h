@@ -5,7 +5,7 @@
 // statement: the optimiser knows nothing of what comes out of it, and no instruction is added.
 //
 // ZANT_EXACT_SUMS is defined where that works: gcc and clang, with registers that hold doubles and nothing wider.
-// Elsewhere the operations are called out of line.
+// Elsewhere, and where plain code is asked for, the operations are called out of line.
 //
 // Threads: functions of their arguments alone; any thread may call them.
 #ifndef ZANT_CLIENT_VALUES_EXACTSUMS_H
@@ -14,7 +14,7 @@
 #include "own/cxx17.h"
 
 // Where SSE2 is, gcc may still be told to calculate in wider registers; clang may not, and may give -1 all the same.
-#if defined(__clang__) || (defined(__GNUC__) && __FLT_EVAL_METHOD__ == 0)
+#if defined(ZANT_GNU_CODE) && (defined(__clang__) || __FLT_EVAL_METHOD__ == 0)
 #if defined(__SSE2_MATH__)
 #define ZANT_EXACT_SUMS "+x"
 #elif defined(__aarch64__)

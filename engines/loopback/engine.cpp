@@ -27,6 +27,6 @@ const Engine::Profile profile = {
 }  // namespace Zant::Loopback
 
 /// The only name that the engine exports.
-extern "C" __attribute__((visibility("default"))) void zant3_init(Zant::Library* library) {
+extern "C" ZANT_EXPORTED void zant3_init(Zant::Library* library) {
     Zant::Engine::enter(library, Zant::Loopback::profile);
 }

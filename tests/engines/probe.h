@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "client/records/zant_records.h"
+#include "own/compiler.h"
 
 /// What a test tells the test engines, and what it learns from them. It lives in the test program, which exports
 /// zantTestProbe() for the engines to find, and so outlives every engine: also the calls of unloading are seen.
@@ -63,7 +64,7 @@ struct Probe {
 };
 
 /// The test program's probe.
-extern "C" __attribute__((visibility("default"))) Probe* zantTestProbe();
+extern "C" ZANT_EXPORTED Probe* zantTestProbe();
 
 /// A new probe for the next test. The engine must be unloaded.
 void renewProbe();

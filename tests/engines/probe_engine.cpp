@@ -254,7 +254,7 @@ int setValue(void* parser, void* handle, const ZantParserExchangeBuffer* record)
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void zant3_init(Zant::Library* library) {
+extern "C" ZANT_EXPORTED void zant3_init(Zant::Library* library) {
     client = library;
     probe().note("init " + std::to_string(library->hostVersion));
 #ifndef ENGINE_NO_TABLE

@@ -27,19 +27,19 @@ Plugin* plugin = nullptr;
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char* engineDirectory) {
+extern "C" ZANT_EXPORTED int zantPluginStart(const char* engineDirectory) {
     plugin = new Plugin(engineDirectory);
     return plugin->instance ? 1 : 0;
 }
 
-extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
+extern "C" ZANT_EXPORTED void zantPluginWork() {
     Zant::Prototyper quick(plugin->instance.get());
     Zant::DirectPrototyper binary(plugin->instance.get());
     fg2_gradients(quick.protos(), 0.5, NUMBER);
     fg2_gradients(binary.protos(), 0.25, NUMBER);
 }
 
-extern "C" __attribute__((visibility("default"))) void zantPluginStop() {
+extern "C" ZANT_EXPORTED void zantPluginStop() {
     delete plugin;
     plugin = nullptr;
 }

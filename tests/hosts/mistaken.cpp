@@ -34,7 +34,7 @@ struct Static {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char* engineDirectory) {
+extern "C" ZANT_EXPORTED int zantPluginStart(const char* engineDirectory) {
     Zant::Library& library = *Zant::getLibrary(nullptr);
     if (makes("does-not-start") || !library.loadExplicitly(engineDirectory)) return 0;
     instance = library.createInstance();
@@ -43,7 +43,7 @@ extern "C" __attribute__((visibility("default"))) int zantPluginStart(const char
     return 1;
 }
 
-extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
+extern "C" ZANT_EXPORTED void zantPluginWork() {
     if (makes("ends-process")) {
         if (fork() != 0) _exit(0);
         sleep(3);  // a process that is left behind is noticed by its file; under the thread sanitizer _exit takes a
@@ -62,7 +62,7 @@ extern "C" __attribute__((visibility("default"))) void zantPluginWork() {
     other.join();
 }
 
-extern "C" __attribute__((visibility("default"))) void zantPluginStop() {
+extern "C" ZANT_EXPORTED void zantPluginStop() {
     Zant::Library& library = *Zant::getLibrary(nullptr);
     library.releaseInstance(instance);
     if (makes("after-release")) send();
