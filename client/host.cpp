@@ -163,7 +163,7 @@ void Session::end() {
 
 std::string moduleDirectory(const void* address) {
     const std::string file = DllFileOf(address);
-    return file.substr(0, file.rfind('/') + 1);
+    return file.substr(0, file.find_last_of("/\\") + 1);
 }
 
 std::string utf8(const char16_t* text) {

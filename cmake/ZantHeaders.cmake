@@ -11,7 +11,10 @@ foreach(folder IN LISTS folders)
     file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/${folder}/*.h)
     list(APPEND headers ${found})
 endforeach()
-list(FILTER headers EXCLUDE REGEX "/generator/|^own/(bits|decimaltables|lentblock|numbertext)[.]h")  # internal
+set(ZANT_INTERNAL_HEADERS bits childprocess decimaltables dlplatform environment lentblock libraryheader numbertext
+    regularfile replacement stopsignals streams wide)
+list(JOIN ZANT_INTERNAL_HEADERS "|" internal)
+list(FILTER headers EXCLUDE REGEX "/generator/|^own/(${internal})[.]h")
 
 list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
 if(TARGET loopback)

@@ -31,6 +31,10 @@ export(EXPORT ZantTargets NAMESPACE Zant:: FILE ${PROJECT_BINARY_DIR}/ZantTarget
 
 # The .pc files find their prefix from where they lie, so that an installed tree can be moved.
 file(RELATIVE_PATH ZANT_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+set(ZANT_PC_DL)
+if(CMAKE_DL_LIBS)
+    set(ZANT_PC_DL " -l${CMAKE_DL_LIBS}")
+endif()
 string(REGEX REPLACE "/$" "" ZANT_PC_TO_PREFIX "${ZANT_PC_TO_PREFIX}")
 foreach(package zant zant_static zantclient)
     configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)

@@ -15,6 +15,13 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     list(APPEND ZANT_EXACT_ARITHMETIC -Wno-overriding-t-option)  # taking back a host's flag is what they are for
 endif()
 
+# Which sources of own/ are built; no other folder asks for the platform.
+if(WIN32)
+    set(ZANT_PLATFORM windows)
+else()
+    set(ZANT_PLATFORM posix)
+endif()
+
 # Sources of the tree include from its root.
 include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 

@@ -3,7 +3,6 @@
 //
 // usage: scene LOOPBACK_DIRECTORY      (with its final separator)
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "client/zant.h"
+#include "testkit/environment.h"
 
 using namespace Zant;
 
@@ -80,12 +80,17 @@ void drive(Instance* instance, const std::string& encoding) {
     }
 }
 
+std::string contentOf(const std::filesystem::path& name) {
+    std::ifstream file(name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 /// What the engine understood, as the text of its transcript.
 std::string understood(const char* engine, const std::string& encoding) {
     const auto transcript = std::filesystem::temp_directory_path() / ("zant_scene_" + encoding + ".zant");
     std::filesystem::remove(transcript);
-    setenv("ZANT_LOOPBACK_TRANSCRIPT", transcript.c_str(), 1);
-    setenv("ZANT_LOOPBACK_NUMBERS", "client", 1);  // as the text buffers write them, for every encoding
+    const Testkit::ScopedVariable file("ZANT_LOOPBACK_TRANSCRIPT", transcript.string());
+    const Testkit::ScopedVariable numbers("ZANT_LOOPBACK_NUMBERS", "client");  // as text buffers write them
     Library library(engine);
     Instance* instance = library.createInstance();
     if (!instance) {
@@ -94,8 +99,7 @@ std::string understood(const char* engine, const std::string& encoding) {
     }
     drive(instance, encoding);
     library.releaseInstance(instance);
-    std::ifstream file(transcript);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string text = contentOf(transcript);
     std::filesystem::remove(transcript);
     return text;
 }

@@ -39,8 +39,13 @@ std::string mappedFile(const void* address) {
 
 }  // namespace
 
-void* openFile(const char* fileName) {
-    return dlopen(fileName, RTLD_LAZY);
+bool hasCommonScope() {
+    return true;
+}
+
+void* openFile(const char* fileName, Binding binding) {
+    return dlopen(fileName, (binding == Binding::Lazy ? RTLD_LAZY : RTLD_NOW) |
+                                (binding == Binding::NowForAll ? RTLD_GLOBAL : RTLD_LOCAL));
 }
 
 void* findProcedure(void* handle, const char* name) {
@@ -59,6 +64,17 @@ bool keepMapped(void* handle) {
     const link_map* file = nullptr;
     if (!handle || dlinfo(handle, RTLD_DI_LINKMAP, &file) != 0) return false;
     return dlopen(file->l_name, RTLD_LAZY | RTLD_NODELETE | RTLD_NOLOAD) != nullptr;
+}
+
+void keepMappedAround(const void* address) {
+    Dl_info info{};
+    if (dladdr(address, &info)) dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
+bool isOpen(const char* fileName) {
+    void* const handle = dlopen(fileName, RTLD_LAZY | RTLD_NOLOAD);
+    if (handle) dlclose(handle);
+    return handle != nullptr;
 }
 
 std::string fileOf(const void* address) {

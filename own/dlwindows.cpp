@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "own/dlplatform.h"
+#include "own/wide.h"
 
 namespace Zant {
 namespace Platform {
@@ -12,23 +13,6 @@ namespace {
 
 // Longer than any name that the system takes.
 constexpr DWORD nameRoom = 32768;
-
-/// UTF-16 of a UTF-8 name; of one that is too long, what no file is called.
-struct WideName {
-    explicit WideName(const char* name) {
-        if (MultiByteToWideChar(CP_UTF8, 0, name, -1, text, nameRoom) == 0) text[0] = 0;
-    }
-    wchar_t text[nameRoom];
-};
-
-std::string narrow(const wchar_t* text) {
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    if (size <= 0) return {};
-    std::string converted(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, converted.data(), size, nullptr, nullptr);
-    converted.pop_back();
-    return converted;
-}
 
 /// Keeps the system from asking its user about a file that does not open, for as long as the object lives.
 class WithoutDialogs {
@@ -62,9 +46,13 @@ std::string followed(const wchar_t* name) {
 
 }  // namespace
 
-void* openFile(const char* fileName) {
+bool hasCommonScope() {
+    return false;
+}
+
+void* openFile(const char* fileName, Binding) {
     const WithoutDialogs quiet;
-    return reinterpret_cast<void*>(LoadLibraryW(WideName(fileName).text));
+    return reinterpret_cast<void*>(LoadLibraryW(wide(fileName).c_str()));
 }
 
 void* findProcedure(void* handle, const char* name) {
@@ -94,7 +82,15 @@ int closeFile(void* handle) {
 bool keepMapped(void* handle) {
     HMODULE module = nullptr;
     constexpr DWORD pinned = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN;
-    return handle && GetModuleHandleExW(pinned, static_cast<const wchar_t*>(handle), &module);
+    return handle && GetModuleHandleExW(pinned, static_cast<const wchar_t*>(handle), &module);  // its first address
+}
+
+void keepMappedAround(const void* address) {
+    keepMapped(const_cast<void*>(address));
+}
+
+bool isOpen(const char* fileName) {
+    return GetModuleHandleW(wide(fileName).c_str()) != nullptr;
 }
 
 std::string fileOf(const void* address) {

@@ -6,16 +6,16 @@ namespace {
 
 constexpr size_t invalid = static_cast<size_t>(-1);
 
-/// The code values of a text, one after another: one per 32-bit unit.
-unsigned int next(const wchar_t*& text) {
-    return static_cast<unsigned int>(*text++);
-}
-
-/// In UTF-16 a high and a low surrogate together are one code value.
-unsigned int next(const char16_t*& text) {
-    const unsigned int unit = *text++;
-    const bool paired = unit >= 0xD800 && unit < 0xDC00 && *text >= 0xDC00 && *text < 0xE000;
-    return paired ? 0x10000 + ((unit - 0xD800) << 10) + (*text++ - 0xDC00u) : unit;
+/// The code values of a text, one after another: one per 32-bit unit; of 16-bit units a high and a low surrogate together
+/// are one.
+template <class Unit>
+unsigned int next(const Unit*& text) {
+    const auto unit = static_cast<unsigned int>(*text++);
+    if constexpr (sizeof(Unit) == sizeof(char16_t)) {
+        const bool paired = unit >= 0xD800 && unit < 0xDC00 && *text >= 0xDC00 && *text < 0xE000;
+        if (paired) return 0x10000 + ((unit - 0xD800) << 10) + (*text++ - 0xDC00u);
+    }
+    return unit;
 }
 
 }  // namespace

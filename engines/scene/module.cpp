@@ -1,11 +1,11 @@
 #include "engines/scene/module.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <new>
 #include <utility>
 #include <vector>
+
+#include "own/dlplatform.h"
 
 namespace Zant::Engine {
 namespace {
@@ -74,9 +74,7 @@ void Module::end() {
 
 // A call after the host has closed the engine's file would otherwise end in memory that is gone.
 void Module::stayInMemory() {
-    Dl_info self;
-    if (!dladdr(reinterpret_cast<const void*>(&Module::start), &self)) return;
-    dlopen(self.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+    Platform::keepMappedAround(reinterpret_cast<const void*>(&Module::start));
 }
 
 int Module::infoInt(int id) {

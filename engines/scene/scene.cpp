@@ -24,9 +24,9 @@ constexpr int mostFiles = 10000;
 
 // A file is looked for beside the file that includes it, then where it says.
 files::path locate(const std::string& name, const char* source) {
-    const files::path beside = files::path(source).parent_path() / name;
+    const files::path beside = files::u8path(source).parent_path() / files::u8path(name);
     std::error_code ignored;
-    return files::is_regular_file(beside, ignored) ? beside : files::path(name);
+    return files::is_regular_file(beside, ignored) ? beside : files::u8path(name);
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ struct Reading {
     bool takeFile() const { return outer ? outer->takeFile() : ++files <= mostFiles; }
     bool includes(const files::path& file) const {
         std::error_code ignored;
-        if (isFile && files::equivalent(source, file, ignored)) return true;
+        if (isFile && files::equivalent(files::u8path(source), file, ignored)) return true;
         return outer && outer->includes(file);
     }
 };
@@ -156,17 +156,19 @@ int Scene::runNested(const Execution& execution, const Reading& reading) {
 }
 
 int Scene::runFile(const Execution& execution, const Reading& reading) {
-    const files::path path = locate(execution.nestedText, reading.source);
     const std::string quoted = "'" + execution.nestedText + "'";
     const auto failed = [&](Code code, const std::string& message) {
         return fail({code, message, 0}, execution.command, reading);
     };
-    if (reading.includes(path)) return failed(TooDeep, "the file " + quoted + " includes itself");
-    if (!reading.takeFile()) return failed(TooDeep, "more than " + std::to_string(mostFiles) + " files are included");
-    try {
-        IncludedFile file(path);
+    try {  // also where the text cannot be the name of a file
+        const files::path path = locate(execution.nestedText, reading.source);
+        if (reading.includes(path)) return failed(TooDeep, "the file " + quoted + " includes itself");
+        if (!reading.takeFile())
+            return failed(TooDeep, "more than " + std::to_string(mostFiles) + " files are included");
+        const std::string name = path.generic_u8string();
+        IncludedFile file(name);
         TextReader reader(file);
-        return runText(reader, {path.c_str(), true, &reading, reading.depth + 1});
+        return runText(reader, {name.c_str(), true, &reading, reading.depth + 1});
     } catch (const std::system_error& error) {
         return failed(NoFile, "cannot read the file " + quoted + ": " + error.code().message());
     }

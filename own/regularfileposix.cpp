@@ -1,15 +1,15 @@
-#include "engines/scene/includedfile.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <system_error>
 
-namespace Zant::Engine {
+#include "own/regularfile.h"
+
+namespace Zant {
+namespace Platform {
 namespace {
 
 [[noreturn]] void fail(int reason) {
@@ -33,23 +33,24 @@ int openRegular(const std::string& name, struct stat& facts) {
 
 }  // namespace
 
-IncludedFile::IncludedFile(const std::string& name) {
+RegularFile::RegularFile(const std::string& name) {
     struct stat facts {};
     file_ = openRegular(name, facts);
     // Files that the system makes up say that they are empty; they are read to their end.
-    left_ = facts.st_size > 0 ? static_cast<size_t>(facts.st_size) : SIZE_MAX;
+    left_ = facts.st_size > 0 ? static_cast<uint64_t>(facts.st_size) : UINT64_MAX;
 }
 
-IncludedFile::~IncludedFile() {
-    close(file_);
+RegularFile::~RegularFile() {
+    close(static_cast<int>(file_));
 }
 
-size_t IncludedFile::read(char* into, size_t room) {
-    const ssize_t count = ::read(file_, into, std::min(room, left_));
+size_t RegularFile::read(char* into, size_t room) {
+    const ssize_t count = ::read(static_cast<int>(file_), into, std::min<uint64_t>(room, left_));
     if (count < 0 && errno == EINTR) return read(into, room);
     if (count < 0) fail(errno);
-    left_ -= static_cast<size_t>(count);
+    left_ -= static_cast<uint64_t>(count);
     return static_cast<size_t>(count);
 }
 
-}  // namespace Zant::Engine
+}  // namespace Platform
+}  // namespace Zant
