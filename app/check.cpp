@@ -21,10 +21,12 @@ namespace fs = std::filesystem;
 constexpr size_t deepest = 16;
 
 /// A file is looked for beside the file that includes it, then where it says.
-fs::path locate(const std::string& name, const std::string& includer) {
-    const fs::path beside = fs::path(includer).parent_path() / name;
+fs::path locate(const std::string& name, const std::string& includer) try {
+    const fs::path beside = fs::u8path(includer).parent_path() / fs::u8path(name);
     std::error_code ignored;
-    return fs::is_regular_file(beside, ignored) ? beside : fs::path(name);
+    return fs::is_regular_file(beside, ignored) ? beside : fs::u8path(name);
+} catch (const fs::filesystem_error&) {
+    return {};  // a text that cannot be the name of a file
 }
 
 /// Checks files, and when asked those that they include, then each file once.
@@ -41,7 +43,7 @@ public:
 private:
     void checkFile(const std::string& name) {
         std::error_code ignored;
-        const fs::path itself = fs::canonical(name, ignored);
+        const fs::path itself = fs::canonical(fs::u8path(name), ignored);
         if (options_.includes && !itself.empty() && !seen_.insert(itself).second) return;
         const size_t outer = std::exchange(mistakes_, 0);
         open_.insert(itself);
@@ -92,7 +94,7 @@ private:
             return tell(includer, {command.position, "cannot read the file '" + name + "'", ""});
         if (open_.count(file)) return tell(includer, {command.position, "the file '" + name + "' includes itself", ""});
         if (open_.size() > deepest) return tell(includer, {command.position, "files are included too deeply", ""});
-        checkFile(path.string());
+        checkFile(path.generic_u8string());
     }
 
     void tell(const std::string& file, const Diagnostic& diagnostic) {

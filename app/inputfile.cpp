@@ -1,7 +1,6 @@
 #include "app/inputfile.h"
 
 #include <fmt/core.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -10,6 +9,7 @@
 
 #include "app/text.h"
 #include "client/encoding/blocklayout.h"
+#include "own/streams.h"
 
 namespace Zant::App {
 
@@ -18,11 +18,6 @@ using namespace BlockLayout;
 namespace {
 
 constexpr uint64_t largestBlock = uint64_t{1} << 32;
-
-size_t fileSize(std::FILE* file) {
-    struct stat facts {};
-    return fstat(fileno(file), &facts) == 0 && S_ISREG(facts.st_mode) ? static_cast<size_t>(facts.st_size) : 0;
-}
 
 /// How text begins whose characters have two or four bytes: with its mark, or with ASCII, 'x' for each byte of it.
 struct WideText {
@@ -66,7 +61,7 @@ InputFile::InputFile(const std::string& fileName)
     if (std::ferror(file_.get())) throw InputError(fmt::format("{}: {}", shownName_, std::strerror(errno)));
     wideName_ = wideNameOf(head_);
     found_ = wideName_ ? Encoding::Wide : isBlock(head_) ? Encoding::Blocks : Encoding::Text;
-    progress_.start(shown(shownName_), fileSize(file_.get()));
+    progress_.start(shown(shownName_), Platform::regularSize(file_.get()));
 }
 
 InputFile::~InputFile() {

@@ -1,6 +1,5 @@
 // The command-line host: drives an engine with command files, checks and converts them, and explains the vocabulary.
 
-#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -8,12 +7,12 @@
 #include "app/outputfile.h"
 #include "app/program.h"
 #include "app/text.h"
+#include "own/streams.h"
 
 namespace Zant::App {
 namespace {
 
 int runAndTell(int argc, char** argv) {
-    std::signal(SIGXFSZ, SIG_IGN);  // a file at its largest size is an error like a full disk
     try {
         return runCommandLine(argc, argv);
     } catch (const UsageError& error) {
@@ -38,6 +37,8 @@ void refuseToReplace(const std::vector<std::string>& inputs, const std::string& 
 }  // namespace Zant::App
 
 int main(int argc, char** argv) {
+    Zant::Platform::prepareStandardStreams();
+    Zant::App::actIfChild({&Zant::App::probing, &Zant::App::rehearsing}, argc, argv);
     const int code = Zant::App::runAndTell(argc, argv);
     if (code == Zant::App::OutputNotWritten) return code;
     return Zant::App::finishStandardOutput() ? code : Zant::App::OutputNotWritten;

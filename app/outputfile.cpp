@@ -1,45 +1,16 @@
 #include "app/outputfile.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <climits>
-#include <csignal>
-#include <cstdlib>
 #include <cstring>
 
 #include "app/text.h"
+#include "own/streams.h"
 
 namespace Zant::App {
 namespace {
 
 namespace fs = std::filesystem;
-
-using Facts = struct stat;
-
-constexpr mode_t permissionBits = 07777;
-
-// The file that a signal has to take away; empty when there is none.
-char pending[PATH_MAX];
-
-extern "C" void removePending(int signal) {
-    unlink(pending);
-    raise(signal);  // the handler is gone by now: the signal does what it always does
-}
-
-/// Signals that are ignored, as under nohup, stay so.
-void catchSignals() {
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGPIPE}) {
-        struct sigaction action {};
-        if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
-        action.sa_handler = removePending;
-        action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
-        sigaction(signal, &action, nullptr);
-    }
-}
 
 /// Where a name leads, also when nothing is there yet. Gives up where links lead in a circle.
 fs::path behindLinks(fs::path path) {
@@ -50,95 +21,27 @@ fs::path behindLinks(fs::path path) {
     return path;
 }
 
-bool isSame(const Facts& left, const Facts& right) {
-    return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
-}
-
-/// Names such as /dev/stdout and /proc/self/fd/1, whatever they stand for.
-bool isStandardOutput(const std::string& name) {
-    Facts named{}, output{};
-    return stat(name.c_str(), &named) == 0 && fstat(STDOUT_FILENO, &output) == 0 && isSame(named, output);
-}
-
-/// Whether another file can take the place: nothing is there, or a regular file that the path really leads to. What
-/// only /proc leads to, such as a file without a name, is not.
-bool isReplaceable(const std::string& name, const fs::path& target) {
-    Facts named{}, found{};
-    if (stat(name.c_str(), &named) != 0) return errno == ENOENT;
-    return S_ISREG(named.st_mode) && stat(target.c_str(), &found) == 0 && isSame(named, found);
-}
-
-mode_t modeOfNewFiles() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
-}
-
-/// A file's mode, and its owner and group as far as the process may give them.
-bool takeOver(int descriptor, const fs::path& target) {
-    Facts old{};
-    if (stat(target.c_str(), &old) != 0) return fchmod(descriptor, modeOfNewFiles()) == 0;
-    if (fchown(descriptor, old.st_uid, old.st_gid) != 0 && fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) != 0)
-        errno = 0;
-    return fchmod(descriptor, old.st_mode & permissionBits) == 0;
-}
-
 }  // namespace
 
 OutputFile::OutputFile(const std::string& fileName) : name_(fileName) {
-    if (fileName.empty() || fileName == "-" || isStandardOutput(fileName)) {
+    if (fileName.empty() || fileName == "-" || Platform::isStandardOutput(fileName)) {
         name_ = "standard output";
         file_.reset(stdout);
-        terminal_ = isatty(STDOUT_FILENO);
+        terminal_ = Platform::isTerminal(stdout);
         return;
     }
-    target_ = behindLinks(name_);
-    if (isReplaceable(name_, target_))
-        openBeside();
-    else
-        file_.reset(std::fopen(name_.c_str(), "wb"));
+    const fs::path target = behindLinks(fs::u8path(name_));
+    const bool replaces = Platform::Replacement::isPossible(name_, target);
+    file_.reset(replaces ? replacement_.begin(target) : std::fopen(name_.c_str(), "wb"));
     if (!file_) fail();
-    terminal_ = isatty(fileno(file_.get()));
-}
-
-void OutputFile::openBeside() {
-    // A file that may not be written is not replaced either, though its folder would allow it.
-    if (access(target_.c_str(), W_OK) != 0 && errno != ENOENT) return;
-    std::string path = (target_.parent_path() / ".zant.XXXXXX").string();
-    if (path.size() >= sizeof pending) {
-        errno = ENAMETOOLONG;
-        return;
-    }
-    sigset_t all, before;
-    sigfillset(&all);
-    sigprocmask(SIG_SETMASK, &all, &before);
-    const int descriptor = mkostemp(path.data(), O_CLOEXEC);
-    if (descriptor >= 0) {
-        temporary_ = path;
-        std::memcpy(pending, path.c_str(), path.size() + 1);
-        catchSignals();
-    }
-    const int reason = errno;
-    sigprocmask(SIG_SETMASK, &before, nullptr);
-    errno = reason;
-    if (descriptor < 0) return;
-    if (takeOver(descriptor, target_)) file_.reset(fdopen(descriptor, "wb"));
-    if (!file_) close(descriptor);
+    terminal_ = Platform::isTerminal(file_.get());
 }
 
 void OutputFile::fail() {
     const int reason = errno;
-    if (!temporary_.empty()) unlink(temporary_.c_str());
-    pending[0] = 0;
-    temporary_.clear();
+    replacement_.abandon();
     throw OutputError(
         fmt::format("{}: cannot be written{}{}", name_, reason ? ": " : "", reason ? strerror(reason) : ""));
-}
-
-OutputFile::~OutputFile() {
-    if (temporary_.empty()) return;
-    unlink(temporary_.c_str());
-    pending[0] = 0;
 }
 
 void OutputFile::write(std::string_view bytes) {
@@ -152,24 +55,20 @@ void OutputFile::finish() {
         if (std::fflush(stdout) != 0) fail();
         return;
     }
-    if (std::fclose(file_.release()) != 0) fail();
-    if (temporary_.empty()) return;
-    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) fail();
-    pending[0] = 0;
-    temporary_.clear();
+    std::FILE* const file = file_.release();
+    if (replacement_.isBegun() ? !replacement_.finish(file) : std::fclose(file) != 0) fail();
 }
 
 void OutputFile::giveUp() {
-    if (!temporary_.empty()) complain(fmt::format("zant: {} is not written", name_));
+    if (replacement_.isBegun()) complain(fmt::format("zant: {} is not written", name_));
 }
 
 bool isOneOf(const std::string& name, const std::vector<std::string>& files) {
-    Facts wanted{};
-    if (stat(name.c_str(), &wanted) != 0 || !S_ISREG(wanted.st_mode)) return false;
-    return std::any_of(files.begin(), files.end(), [&](const std::string& other) {
-        Facts facts{};
-        return stat(other.c_str(), &facts) == 0 && isSame(wanted, facts);
-    });
+    std::error_code ignored;
+    const fs::path wanted = fs::u8path(name);
+    if (!fs::is_regular_file(wanted, ignored)) return false;
+    return std::any_of(files.begin(), files.end(),
+                       [&](const std::string& other) { return fs::equivalent(wanted, fs::u8path(other), ignored); });
 }
 
 bool finishStandardOutput() {

@@ -3,13 +3,13 @@
 
 #include <fmt/core.h>
 
-#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/filepointer.h"
+#include "own/replacement.h"
 
 namespace Zant::App {
 
@@ -30,7 +30,6 @@ class OutputFile {
 public:
     /// @param fileName empty or "-": standard output. Throws OutputError when it cannot be opened.
     explicit OutputFile(const std::string& fileName = {});
-    ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
@@ -48,13 +47,11 @@ public:
     void giveUp();
 
 private:
-    void openBeside();
     [[noreturn]] void fail();
 
     std::string name_;
-    std::filesystem::path target_;  // where the links lead
-    std::string temporary_;         // empty while the file is written directly
-    FilePointer file_;
+    Platform::Replacement replacement_;  // begun unless the file is written directly
+    FilePointer file_;                   // closed before that lets its file go
     bool terminal_ = false;
 };
 

@@ -2,16 +2,16 @@
 
 #include "app/probe.h"
 
-#include <dlfcn.h>
 #include <fmt/core.h>
-#include <sys/wait.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "app/libraryfile.h"
 #include "app/missingslots.h"
 #include "app/program.h"
 #include "client/engine/library.h"
+#include "own/dlplatform.h"
 
 namespace Zant::App {
 namespace {
@@ -42,15 +42,20 @@ void sayGap(const char* step, const std::string& what, const std::string& who) {
     gapsFound = true;
 }
 
+bool isSeparator(char c) {
+    return c == '/' || c == std::filesystem::path::preferred_separator;
+}
+
 void probeDirectory(const std::string& directory) {
     say("directory", directory.empty() ? "(none: the platform's own search)" : directory);
-    if (directory.empty() || directory.back() == '/') return;
+    if (directory.empty() || isSeparator(directory.back())) return;
     say("", fmt::format("has no final separator, and none is inserted: did you mean {}/ ?", directory));
 }
 
 /// Whether the file can be opened at all, by its header and its size. Names without a directory are searched for.
 bool probeHeader(const std::string& name) {
-    const LibraryFile file = name.find('/') == std::string::npos ? LibraryFile{} : lookAtLibraryFile(name);
+    const LibraryFile file =
+        std::none_of(name.begin(), name.end(), isSeparator) ? LibraryFile{} : lookAtLibraryFile(name);
     if (!file.remark.empty()) sayGap("file", name, file.remark);
     if (!file.fault.empty()) say("file", name + ": " + file.fault);
     if (file.endsHost) say("", "the platform's loader maps it all the same: a host that loads it ends with SIGBUS");
@@ -62,22 +67,22 @@ bool probeHeader(const std::string& name) {
 void* tryName(const std::string& name) {
     if (!probeHeader(name)) return nullptr;
     tellParent("its file was opened");
-    void* handle = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* handle = Platform::openFile(name.c_str(), Platform::Binding::Now);
     if (handle) {
         say("file", name + ": opened, every symbol is there");
         return handle;
     }
-    const std::string reason = dlerror();
-    void* lazy = dlopen(name.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    const std::string reason = Platform::lastReason();
+    void* lazy = Platform::openFile(name.c_str());
     say("file", reason.rfind(name, 0) == 0 ? reason : name + ": " + reason);
     if (!lazy) return nullptr;
     say("", "opens with lazy binding all the same: a call of what is missing would end the host");
-    dlclose(lazy);
+    Platform::closeFile(lazy);
     return nullptr;
 }
 
 bool probeEntryPoint(void* handle) {
-    entryPoint = reinterpret_cast<void (*)(Library*)>(dlsym(handle, "zant3_init"));
+    entryPoint = reinterpret_cast<void (*)(Library*)>(Platform::findProcedure(handle, "zant3_init"));
     say("entry point", entryPoint ? "zant3_init found" : "zant3_init is missing: this is not an engine");
     return entryPoint != nullptr;
 }
@@ -133,7 +138,8 @@ bool probeLoading(void* handle) {
     return usable;
 }
 
-int probeInChild(const std::string& directory) {
+int probeInChild(const Arguments& arguments) {
+    const std::string& directory = arguments.at(0);
     probeDirectory(directory);
     void* handle = tryName(directory + "zant3" ZANT_ENGINE_SUFFIX);
     if (!handle && !hostEnds) handle = tryName(directory + "zant3d" ZANT_ENGINE_SUFFIX);
@@ -150,13 +156,15 @@ const char* resultOf(const ProbeFinding& finding) {
 
 /// Empty when the child came to its end.
 std::string whatWentWrong(const ChildEnd& end) {
-    if (end.finished && end.inTime) return "";
+    if (end.answer() >= 0) return "";
     const std::string where = end.lastWord.empty() ? "" : ", while " + end.lastWord;
-    const bool cutOff = WIFSIGNALED(end.status) && WTERMSIG(end.status) == SIGBUS;
-    return "the engine " + end.trouble() + where + (cutOff ? "; a library that it needs may be cut off" : "");
+    return "the engine " + end.trouble() + where +
+           (end.status.missedFile ? "; a library that it needs may be cut off" : "");
 }
 
 }  // namespace
+
+const ChildTask probing{"probe", probeInChild, false};
 
 ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limit, const TakeOutput& output) {
     ProbeFinding finding{};
@@ -164,11 +172,11 @@ ProbeFinding probeEngine(const std::string& directory, std::chrono::seconds limi
         if (finding.text.size() < keptOutput) finding.text += piece;
         if (output) output(piece);
     };
-    const ChildEnd end = runInChild([&] { return probeInChild(directory); }, {limit}, take);
+    const ChildEnd end = runInChild(probing, {directory}, {limit}, take);
     const std::string wrong = whatWentWrong(end);
     if (!finding.text.empty() && finding.text.back() != '\n') take("\n");
     if (!wrong.empty()) take(line(end.inTime ? "crash" : "time", wrong));
-    const int answer = wrong.empty() ? WEXITSTATUS(end.status) : DoesNotLoad;
+    const int answer = wrong.empty() ? end.answer() : DoesNotLoad;
     finding.loads = answer != DoesNotLoad;
     finding.complete = answer == Loads;
     take(line("result", resultOf(finding)));

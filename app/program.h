@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "app/childprocess.h"
+
 namespace Zant::App {
 
 /// The exit codes of every subcommand. When several apply, the highest one holds.
@@ -60,6 +62,7 @@ struct ProbeOptions {
     int timeLimit = 10;  ///< seconds
 };
 int probe(const ProbeOptions& options);
+extern const ChildTask probing;  ///< what its child does
 
 struct ReportOptions {
     std::string engine;
@@ -81,6 +84,7 @@ struct RehearseOptions {
     int timeLimit = 30;  ///< seconds
 };
 int rehearse(const RehearseOptions& options);
+extern const ChildTask rehearsing;
 
 struct ReferenceOptions {
     std::string directory;

@@ -1,9 +1,10 @@
 #include "app/progress.h"
 
 #include <fmt/core.h>
-#include <unistd.h>
 
 #include <algorithm>
+
+#include "own/streams.h"
 
 namespace Zant::App {
 namespace {
@@ -25,7 +26,7 @@ void Progress::start(const std::string& what, size_t total) {
 void Progress::advance(size_t bytes) {
     done_ += bytes;
     const auto now = Clock::now();
-    if (now - started_ < aMoment || now - drawn_ < betweenDrawings || !isatty(STDERR_FILENO)) return;
+    if (now - started_ < aMoment || now - drawn_ < betweenDrawings || !Platform::isTerminal(stderr)) return;
     drawn_ = now;
     draw();
 }

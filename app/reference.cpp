@@ -229,7 +229,7 @@ void writeOverview(const std::filesystem::path& directory, const std::vector<std
 }  // namespace
 
 int reference(const ReferenceOptions& options) {
-    const std::filesystem::path directory = options.directory;
+    const std::filesystem::path directory = std::filesystem::u8path(options.directory);
     const Declarations declarations = options.header.empty() ? Declarations() : Declarations(options.header);
     std::error_code failure;
     std::filesystem::create_directories(directory, failure);

@@ -1,27 +1,31 @@
 // zant rehearse: does to a plug-in what hosts do, each thing in a process of its own, and tells what went wrong.
 
-#include <dlfcn.h>
 #include <fmt/core.h>
-#include <sys/wait.h>
 
+#include <algorithm>
 #include <clocale>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <iterator>
 #include <system_error>
 
 #include "app/childprocess.h"
 #include "app/libraryfile.h"
 #include "app/program.h"
 #include "app/session.h"
-#include "app/stopsignals.h"
+#include "own/dlplatform.h"
+#include "own/environment.h"
+#include "own/stopsignals.h"
 #include "testkit/environment.h"
 
 namespace Zant::App {
 namespace {
 
 namespace fs = std::filesystem;
+
+using Platform::Binding;
+using Platform::StopSignals;
 
 struct Rehearsed : RehearseOptions {
     fs::path folder;  ///< of this run alone
@@ -40,15 +44,15 @@ struct EndsEarly {
 /// An open plug-in.
 class Plugin {
 public:
-    Plugin(const Rehearsed& rehearsed, const fs::path& file, int scope = RTLD_LOCAL) : options_(rehearsed) {
+    Plugin(const Rehearsed& rehearsed, const fs::path& file, Binding binding = Binding::Now) : options_(rehearsed) {
         tellParent("the plug-in was opened");
-        handle_ = dlopen(file.c_str(), RTLD_NOW | scope);
+        handle_ = Platform::openFile(file.u8string().c_str(), binding);
         if (handle_) return;
-        fmt::print(stderr, "{}\n", dlerror());
+        fmt::print(stderr, "{}\n", Platform::lastReason());
         throw EndsEarly{CannotOpen};
     }
 
-    bool has(const Hook& hook) const { return dlsym(handle_, hook.name.c_str()) != nullptr; }
+    bool has(const Hook& hook) const { return Platform::findProcedure(handle_, hook.name.c_str()) != nullptr; }
     void start() const {
         auto* function = find<int (*)(const char*)>(options_.start);
         if (function && !function(options_.engine.c_str())) throw EndsEarly{CannotStart};
@@ -57,7 +61,7 @@ public:
     void stop() const { call(options_.stop); }
     void close() const {
         tellParent("the plug-in was closed");
-        dlclose(handle_);
+        Platform::closeFile(handle_);
         tellParent("the host went on after it had closed the plug-in");
     }
 
@@ -65,7 +69,7 @@ private:
     template <class Function>
     Function find(const Hook& hook) const {
         tellParent(hook.name + " ran");
-        return reinterpret_cast<Function>(dlsym(handle_, hook.name.c_str()));
+        return reinterpret_cast<Function>(Platform::findProcedure(handle_, hook.name.c_str()));
     }
     void call(const Hook& hook) const {
         if (auto* function = find<void (*)()>(hook)) function();
@@ -75,9 +79,17 @@ private:
     void* handle_;
 };
 
+fs::path fileOf(const Rehearsed& options) {
+    return fs::u8path(options.plugin);
+}
+
+void demandCommonScope() {
+    if (!Platform::hasCommonScope()) throw EndsEarly{NotPossibleHere};
+}
+
 /// Says which of the hooks are there.
 void lookForHooks(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin);
+    const Plugin plugin(options, fileOf(options));
     bool any = false, missing = false;
     for (const Hook* hook : {&options.start, &options.work, &options.stop}) {
         const bool found = plugin.has(*hook);
@@ -95,17 +107,17 @@ void live(const Plugin& plugin) {
 }
 
 void openAndClose(const Rehearsed& options) {
-    Plugin(options, options.plugin).close();
+    Plugin(options, fileOf(options)).close();
 }
 
 void wholeLife(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin);
+    const Plugin plugin(options, fileOf(options));
     live(plugin);
     plugin.close();
 }
 
 void threeLives(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin);
+    const Plugin plugin(options, fileOf(options));
     for (int i = 0; i < 3; ++i)
         live(plugin);
     plugin.close();
@@ -117,17 +129,18 @@ void reopened(const Rehearsed& options) {
 }
 
 void globalScope(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin, RTLD_GLOBAL);
+    demandCommonScope();
+    const Plugin plugin(options, fileOf(options), Binding::NowForAll);
     live(plugin);
     plugin.close();
 }
 
 /// Another plug-in with the same code: the platform would open the same file only once.
-void twoCopies(const Rehearsed& options, int scope) {
+void twoCopies(const Rehearsed& options, Binding binding) {
     const fs::path other = options.folder / "copy.so";
-    fs::copy_file(options.plugin, other, fs::copy_options::overwrite_existing);
-    const Plugin first(options, options.plugin, scope);
-    const Plugin second(options, other, scope);
+    fs::copy_file(fileOf(options), other, fs::copy_options::overwrite_existing);
+    const Plugin first(options, fileOf(options), binding);
+    const Plugin second(options, other, binding);
     first.start();
     second.start();
     first.work();
@@ -139,11 +152,12 @@ void twoCopies(const Rehearsed& options, int scope) {
 }
 
 void twoLocalCopies(const Rehearsed& options) {
-    twoCopies(options, RTLD_LOCAL);
+    twoCopies(options, Binding::Now);
 }
 
 void twoGlobalCopies(const Rehearsed& options) {
-    twoCopies(options, RTLD_GLOBAL);
+    demandCommonScope();
+    twoCopies(options, Binding::NowForAll);
 }
 
 void foreignDirectory(const Rehearsed& options) {
@@ -160,7 +174,7 @@ void commaLocale(const Rehearsed& options) {
 }
 
 void otherThread(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin);
+    const Plugin plugin(options, fileOf(options));
     std::async(std::launch::async, [&] { plugin.start(); }).get();
     std::async(std::launch::async, [&] { plugin.work(); }).get();
     plugin.stop();
@@ -168,14 +182,14 @@ void otherThread(const Rehearsed& options) {
 }
 
 void exitWithoutStop(const Rehearsed& options) {
-    const Plugin plugin(options, options.plugin);
+    const Plugin plugin(options, fileOf(options));
     plugin.start();
     plugin.work();
 }
 
 void closedWithoutStop(const Rehearsed& options) {
     exitWithoutStop(options);
-    Plugin(options, options.plugin).close();
+    Plugin(options, fileOf(options)).close();
 }
 
 struct Rehearsal {
@@ -201,10 +215,41 @@ constexpr Rehearsal rehearsals[] = {
     {"closed without stop, then process exit", closedWithoutStop},
 };
 
-int actOf(const Rehearsal& rehearsal, const Rehearsed& options, const fs::path& watch) {
-    setenv("ZANT_LOOPBACK_WATCH", watch.c_str(), 1);
+fs::path watchFile(const Rehearsed& options) {
+    return options.folder / "watch.txt";
+}
+
+const Rehearsal& find(const std::string& name) {
+    const auto named = [&](const Rehearsal& rehearsal) { return name == rehearsal.name; };
+    return name == hooks.name ? hooks : *std::find_if(std::begin(rehearsals), std::end(rehearsals), named);
+}
+
+/// What the child is told: the rehearsal, its folder, and what it was asked for.
+Arguments told(const Rehearsal& rehearsal, const Rehearsed& options) {
+    Arguments words{rehearsal.name, options.folder.u8string(), options.plugin, options.engine};
+    for (const Hook* hook : {&options.start, &options.work, &options.stop})
+        words.insert(words.end(), {hook->name, hook->named ? "named" : ""});
+    return words;
+}
+
+Rehearsed understood(const Arguments& words) {
+    Rehearsed options;
+    options.folder = fs::u8path(words.at(1));
+    options.plugin = words.at(2);
+    options.engine = words.at(3);
+    size_t at = 4;
+    for (Hook* hook : {&options.start, &options.work, &options.stop}) {
+        hook->name = words.at(at++);
+        hook->named = !words.at(at++).empty();
+    }
+    return options;
+}
+
+int rehearseInChild(const Arguments& words) {
+    const Rehearsed options = understood(words);
+    Platform::setVariable("ZANT_LOOPBACK_WATCH", watchFile(options).u8string());
     try {
-        rehearsal.act(options);
+        find(words.at(0)).act(options);
     } catch (const EndsEarly& end) {
         return end.answer;
     }
@@ -215,22 +260,18 @@ int actOf(const Rehearsal& rehearsal, const Rehearsed& options, const fs::path& 
 
 /// Empty when all went well.
 std::string outcome(const ChildEnd& end) {
-    if (end.finished && end.inTime && WIFEXITED(end.status)) switch (WEXITSTATUS(end.status)) {
-            case CannotOpen:
-                return "the plug-in cannot be opened";
-            case CannotStart:
-                return "the plug-in's start hook answered 0";
-            case HookMissing:
-                return "not as named; --start, --work and --stop name other hooks";
-            default:
-                break;
-        }
+    switch (end.answer()) {
+        case CannotOpen:
+            return "the plug-in cannot be opened";
+        case CannotStart:
+            return "the plug-in's start hook answered 0";
+        case HookMissing:
+            return "not as named; --start, --work and --stop name other hooks";
+        default:
+            break;
+    }
     const std::string trouble = end.trouble();
     return trouble.empty() || end.lastWord.empty() ? trouble : trouble + ", while " + end.lastWord;
-}
-
-bool wasLeftOut(const ChildEnd& end) {
-    return end.finished && WIFEXITED(end.status) && WEXITSTATUS(end.status) == NotPossibleHere;
 }
 
 /// @return whether the engine saw nothing that the contract forbids.
@@ -249,19 +290,18 @@ void relay(std::string_view text) {
 
 /// @return whether all went well.
 bool rehearse(const Rehearsal& rehearsal, const Rehearsed& options, const StopSignals& signals) {
-    const fs::path watch = options.folder / "watch.txt";
-    fs::remove(watch);
-    const ChildRules rules{std::chrono::seconds(options.timeLimit), true, signals.flag()};
-    const ChildEnd end = runInChild([&] { return actOf(rehearsal, options, watch); }, rules, relay);
+    fs::remove(watchFile(options));
+    const ChildRules rules{std::chrono::seconds(options.timeLimit), signals.flag()};
+    const ChildEnd end = runInChild(rehearsing, told(rehearsal, options), rules, relay);
     if (signals.received()) return false;
-    if (wasLeftOut(end)) {
+    if (end.answer() == NotPossibleHere) {
         fmt::print("{:<52} left out: not possible on this machine\n", rehearsal.name);
         return true;
     }
     const std::string wrong = outcome(end);
     fmt::print("{:<52} {}\n", rehearsal.name, wrong.empty() ? "ended" : wrong);
     if (!wrong.empty() && rehearsal.advice) fmt::print("    {}\n", rehearsal.advice);
-    return showWatch(watch) && wrong.empty();
+    return showWatch(watchFile(options)) && wrong.empty();
 }
 
 /// Whether the plug-in's file can be one, and has the hooks. Otherwise nothing would be rehearsed.
@@ -273,7 +313,7 @@ bool isRehearsable(const Rehearsed& options, const StopSignals& signals) {
 
 bool rehearseIn(Rehearsed options, const StopSignals& signals) {
     const Testkit::TemporaryFolder folder;
-    options.folder = folder.name();
+    options.folder = fs::u8path(folder.name());
     bool fine = isRehearsable(options, signals);
     if (!fine) return false;
     for (const Rehearsal& rehearsal : rehearsals)
@@ -283,9 +323,11 @@ bool rehearseIn(Rehearsed options, const StopSignals& signals) {
 
 }  // namespace
 
+const ChildTask rehearsing{"rehearse", rehearseInChild, true};
+
 int rehearse(const RehearseOptions& options) {
     Rehearsed rehearsed{options, {}};
-    rehearsed.plugin = fs::absolute(options.plugin).string();
+    rehearsed.plugin = fs::absolute(fs::u8path(options.plugin)).u8string();
     if (options.engine.empty()) rehearsed.engine = loopbackDirectory();
     StopSignals signals;
     const bool fine = rehearseIn(rehearsed, signals);

@@ -1,7 +1,6 @@
 // zant report: one file to paste into a report, with versions, the probe's findings and the last commands.
 
 #include <fmt/core.h>
-#include <sys/utsname.h>
 
 #include <deque>
 
@@ -13,6 +12,7 @@
 #include "app/session.h"
 #include "app/text.h"
 #include "language/writer.h"
+#include "own/streams.h"
 #include "own/version.h"
 
 namespace Zant::App {
@@ -21,10 +21,7 @@ namespace {
 constexpr size_t lastCommands = 20;
 
 std::string versions() {
-    utsname system{};
-    uname(&system);
-    return fmt::format("zant         {}\nsystem       {} {} {}\n", ZANT_VERSION, system.sysname, system.release,
-                       system.machine);
+    return fmt::format("zant         {}\nsystem       {}\n", ZANT_VERSION, Platform::systemName());
 }
 
 /// Adds the last commands of a file, mistakes included, as they were understood.

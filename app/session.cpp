@@ -24,7 +24,7 @@ public:
 
 std::string loopbackDirectory() {
     static const char here = 0;
-    return std::filesystem::path(moduleDirectory(&here) + ZANT_LOOPBACK_FROM_BIN).lexically_normal().string();
+    return std::filesystem::u8path(moduleDirectory(&here) + ZANT_LOOPBACK_FROM_BIN).lexically_normal().u8string();
 }
 
 TextListener* ConsoleListener::createTextListner() {

@@ -3,9 +3,10 @@
 #include "app/text.h"
 
 #include <fmt/core.h>
-#include <unistd.h>
 
 #include <cstdint>
+
+#include "own/streams.h"
 
 namespace Zant::App {
 namespace {
@@ -46,7 +47,7 @@ std::string shown(std::string_view bytes, std::string_view kept) {
 }
 
 std::string shownOnTerminal(std::string_view bytes) {
-    return isatty(STDOUT_FILENO) ? shown(bytes, "\n\t") : std::string(bytes);
+    return Platform::isTerminal(stdout) ? shown(bytes, "\n\t") : std::string(bytes);
 }
 
 std::string counted(size_t count, const char* noun) {

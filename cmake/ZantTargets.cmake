@@ -18,6 +18,7 @@ endif()
 # Which sources of own/ are built; no other folder asks for the platform.
 if(WIN32)
     set(ZANT_PLATFORM windows)
+    enable_language(RC)
 else()
     set(ZANT_PLATFORM posix)
 endif()

@@ -10,8 +10,8 @@
 namespace Zant {
 namespace Platform {
 
-/// A regular file, open for reading. It always has an end: devices, pipes and folders are not opened, and of a file that
-/// grows meanwhile only what was there at first is read. Names are UTF-8.
+/// A regular file, open for reading. It always has an end: devices, pipes and folders are not opened, and of a file
+/// that grows meanwhile only what was there at first is read. Names are UTF-8.
 class RegularFile {
 public:
     /// Throws std::system_error, here and when reading, when the file cannot be read.

@@ -29,7 +29,8 @@ RegularFile::RegularFile(const std::string& name) {
     constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const std::wstring wideName = wide(name);
     const DWORD attributes = GetFileAttributesW(wideName.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) fail(std::errc::is_a_directory);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY))
+        fail(std::errc::is_a_directory);
     void* const file = CreateFileW(wideName.c_str(), GENERIC_READ, all, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) fail(reasonOfOpening(GetLastError()));
     LARGE_INTEGER size{};

@@ -6,8 +6,8 @@ namespace {
 
 constexpr size_t invalid = static_cast<size_t>(-1);
 
-/// The code values of a text, one after another: one per 32-bit unit; of 16-bit units a high and a low surrogate together
-/// are one.
+/// The code values of a text, one after another: one per 32-bit unit; of 16-bit units a high and a low surrogate
+/// together are one.
 template <class Unit>
 unsigned int next(const Unit*& text) {
     const auto unit = static_cast<unsigned int>(*text++);

@@ -23,8 +23,8 @@ struct UTF8Codec {
 
 /// Scratch storage for one text in UTF-8, made for one conversion and released with it.
 ///
-/// Each unit of 32 bits is one code value. Of units of 16 bits, `char16_t` and on Windows `wchar_t`, a high surrogate and
-/// the low surrogate after it are one code value; a surrogate on its own is encoded as it stands.
+/// Each unit of 32 bits is one code value. Of units of 16 bits, `char16_t` and on Windows `wchar_t`, a high surrogate
+/// and the low surrogate after it are one code value; a surrogate on its own is encoded as it stands.
 ///
 /// Threads: one at a time for each object.
 template <class Unit>

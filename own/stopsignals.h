@@ -1,12 +1,15 @@
-#ifndef ZANT_APP_STOPSIGNALS_H
-#define ZANT_APP_STOPSIGNALS_H
+#ifndef ZANT_OWN_STOPSIGNALS_H
+#define ZANT_OWN_STOPSIGNALS_H
 
 #include <csignal>
 
-namespace Zant::App {
+#include "own/cxx17.h"
+
+namespace Zant {
+namespace Platform {
 
 /// While it lives, the signals that ask a program to end only set a flag, so that there is time to tidy up. Signals
-/// that the program was started to ignore stay ignored. One at a time.
+/// that the program was started to ignore stay ignored. One at a time. Internal.
 class StopSignals {
 public:
     StopSignals();
@@ -20,14 +23,9 @@ public:
 
     /// Ends the program by the signal that came, as if it had not been kept; does nothing when none came.
     void passOn();
-
-private:
-    static constexpr int signals[] = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM};
-    void restore();
-
-    struct sigaction before_[sizeof signals / sizeof *signals];
 };
 
-}  // namespace Zant::App
+}  // namespace Platform
+}  // namespace Zant
 
 #endif

@@ -1,11 +1,19 @@
-#include "app/stopsignals.h"
+#include "own/stopsignals.h"
 
 #include <iterator>
 
-namespace Zant::App {
+namespace Zant {
+namespace Platform {
 namespace {
 
+constexpr int signals[] = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM};
+struct sigaction before[std::size(signals)];
 volatile std::sig_atomic_t lastSignal = 0;
+
+void restore() {
+    for (size_t i = 0; i < std::size(signals); ++i)
+        sigaction(signals[i], &before[i], nullptr);
+}
 
 }  // namespace
 
@@ -15,18 +23,13 @@ StopSignals::StopSignals() {
     keep.sa_handler = [](int signal) { lastSignal = signal; };
     keep.sa_flags = SA_RESTART;
     for (size_t i = 0; i < std::size(signals); ++i) {
-        sigaction(signals[i], nullptr, &before_[i]);
-        if (before_[i].sa_handler != SIG_IGN) sigaction(signals[i], &keep, nullptr);
+        sigaction(signals[i], nullptr, &before[i]);
+        if (before[i].sa_handler != SIG_IGN) sigaction(signals[i], &keep, nullptr);
     }
 }
 
 StopSignals::~StopSignals() {
     restore();
-}
-
-void StopSignals::restore() {
-    for (size_t i = 0; i < std::size(signals); ++i)
-        sigaction(signals[i], &before_[i], nullptr);
 }
 
 const volatile std::sig_atomic_t* StopSignals::flag() const {
@@ -39,4 +42,5 @@ void StopSignals::passOn() {
     std::raise(received());
 }
 
-}  // namespace Zant::App
+}  // namespace Platform
+}  // namespace Zant
