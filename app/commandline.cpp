@@ -80,6 +80,7 @@ void addTimeLimit(CLI::App* command, int& seconds, const char* description) {
 CommandLine::CommandLine() {
     program_.set_version_flag("--version", ZANT_VERSION);
     program_.require_subcommand(1);
+    program_.allow_windows_style_options(false);  // /a is the name of a file on every platform
     program_.footer(exitCodes);
     addRun();
     addCheck();

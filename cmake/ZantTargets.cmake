@@ -23,6 +23,12 @@ else()
     set(ZANT_PLATFORM posix)
 endif()
 
+# In mingw's library sin() and cos() are not what the one function for both answers: each is called by itself.
+set(ZANT_SINES_APART)
+if(MINGW)
+    set(ZANT_SINES_APART -fno-builtin-sin -fno-builtin-cos)
+endif()
+
 # Sources of the tree include from its root.
 include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 

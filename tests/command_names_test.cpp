@@ -69,7 +69,12 @@ TEST(Utf8, CodeValues) {
                 {0x4000000, "\xFC\x84\x80\x80\x80\x80"},
                 {0x7FFFFFFF, "\xFD\xBF\xBF\xBF\xBF\xBF"}};
     for (const auto& row : rows) {
+        char bytes[8] = {};
+        UTF8Codec::encode(row.code, bytes);
+        EXPECT_STREQ(bytes, row.bytes) << row.code;
+        EXPECT_EQ(UTF8Codec::length(row.code), std::strlen(row.bytes));
         const wchar_t text[] = {static_cast<wchar_t>(row.code), L'z', 0};
+        if (static_cast<unsigned int>(text[0]) != row.code) continue;  // where units have 16 bits
         const UTF8EncoderBuffer<wchar_t> encoded(text);
         EXPECT_EQ(std::string(encoded.data), std::string(row.bytes) + "z") << row.code;
         EXPECT_EQ(encoded.capacity, std::strlen(row.bytes) + 2);
@@ -79,12 +84,38 @@ TEST(Utf8, CodeValues) {
     EXPECT_STREQ(untouched, "abc");
     UTF8EncoderBuffer<wchar_t> reused(L"");
     EXPECT_STREQ(reused.data, "");
-    const wchar_t invalidText[] = {static_cast<wchar_t>(0xFFFFFFFFu), 0};
-    EXPECT_FALSE(reused.encode(invalidText));
-    EXPECT_EQ(UTF8EncoderBuffer<wchar_t>::stringUTF8Length(invalidText), static_cast<size_t>(-1));
-    EXPECT_EQ(UTF8EncoderBuffer<wchar_t>(invalidText).data, nullptr);
+    EXPECT_FALSE(reused.encode(nullptr));
     EXPECT_TRUE(reused.encode(L"longer"));
     EXPECT_STREQ(reused.data, "longer");
+}
+
+template <class Unit>
+std::string inUtf8(const std::vector<unsigned int>& units) {
+    std::vector<Unit> text;
+    for (const unsigned int unit : units)
+        text.push_back(static_cast<Unit>(unit));
+    text.push_back(0);
+    const UTF8EncoderBuffer<Unit> encoded(text.data());
+    return encoded.data ? encoded.data : "refused";
+}
+
+TEST(Utf8, UnitsOf16BitsPairTheirSurrogates) {
+    const struct {
+        std::vector<unsigned int> units;
+        const char *of16Bits, *of32Bits;
+    } rows[] = {
+        {{'a', 0xE9, 0x20AC}, "a\xC3\xA9\xE2\x82\xAC", "a\xC3\xA9\xE2\x82\xAC"},
+        {{0xD83D, 0xDE00, 'z'}, "\xF0\x9F\x98\x80z", "\xED\xA0\xBD\xED\xB8\x80z"},
+        {{0xD83D, 'z'}, "\xED\xA0\xBDz", "\xED\xA0\xBDz"},
+        {{0xDE00, 0xD83D}, "\xED\xB8\x80\xED\xA0\xBD", "\xED\xB8\x80\xED\xA0\xBD"},
+        {{0xDBFF, 0xDBFF, 0xDFFF}, "\xED\xAF\xBF\xF4\x8F\xBF\xBF", "\xED\xAF\xBF\xED\xAF\xBF\xED\xBF\xBF"},
+        {{0xFFFFFFFF}, "\xEF\xBF\xBF", "refused"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(inUtf8<char16_t>(row.units), row.of16Bits);
+        EXPECT_EQ(inUtf8<wchar_t>(row.units), sizeof(wchar_t) == 2 ? row.of16Bits : row.of32Bits);
+    }
+    EXPECT_EQ(std::string(UTF8EncoderBuffer<wchar_t>(L"\U0001F600").data), "\xF0\x9F\x98\x80") << "on every platform";
 }
 
 }  // namespace

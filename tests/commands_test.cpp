@@ -1,7 +1,5 @@
 // Every item in every encoding, prototypers, and what a command costs in allocations.
 
-#include <malloc.h>
-
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -10,6 +8,9 @@
 #include "client/symbols/symbol.h"
 #include "tests/allocationcount.h"
 #include "tests/commandstest.h"
+
+/// @return the room of a block of memory, in bytes
+size_t allocatedSize(void* block);
 
 namespace {
 
@@ -77,7 +78,8 @@ TEST_F(Commands, Strings) {
     const wchar_t invalidText[] = {L'a', static_cast<wchar_t>(0x80000000u), 0};
     expectItem([&](CommandBuffer& b) { addNull(b, static_cast<const char*>(nullptr)); }, "\"\",9", null);
     expectItem([&](CommandBuffer& b) { addNull(b, static_cast<const wchar_t*>(nullptr)); }, "\"\",9", null);
-    expectItem([&](CommandBuffer& b) { addNull(b, &invalidText[0]); }, "\"\",9", null);
+    if (sizeof(wchar_t) > sizeof(char16_t))  // no unit of 16 bits is invalid
+        expectItem([&](CommandBuffer& b) { addNull(b, &invalidText[0]); }, "\"\",9", null);
 }
 
 TEST_F(Commands, WideStrings) {
@@ -280,7 +282,7 @@ TEST_F(Commands, WideTextIsConvertedOnTheStackWhileItIsShort) {
 TEST_F(Commands, TheLongestItemsFitTheirRoom) {
     struct Measuring : CommandOfflineBuffer {
         void parseOffline(const char* command) override {
-            EXPECT_GE(malloc_usable_size(const_cast<char*>(command)), std::strlen(command) + 1) << command;
+            EXPECT_GE(allocatedSize(const_cast<char*>(command)), std::strlen(command) + 1) << command;
         }
     };
     const double x = -1.23456789e-300;

@@ -1,13 +1,13 @@
 #ifndef ZANT_TESTS_ENGINETEST_H
 #define ZANT_TESTS_ENGINETEST_H
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "engines/probe.h"
+#include "own/dlplatform.h"
 
 using Calls = std::vector<std::string>;
 
@@ -18,9 +18,7 @@ inline std::string engine(const char* fault) {
 
 /// Whether this process has the engine's file open.
 inline bool isOpen(const std::string& directory, const char* name = "zant3") {
-    void* const handle = dlopen((directory + name + ZANT_ENGINE_SUFFIX).c_str(), RTLD_LAZY | RTLD_NOLOAD);
-    if (handle) dlclose(handle);
-    return handle != nullptr;
+    return Zant::Platform::isOpen((directory + name + ZANT_ENGINE_SUFFIX).c_str());
 }
 
 /// A test with a new probe.

@@ -8,7 +8,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TABLE = re.compile(r"^\| `([\w/]+)/` \|", re.M)
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.M)
-PLATFORM = re.compile(r"^ *# *(?:if.*\b(?:_WIN32|_MSC_VER|__MINGW\w+|__linux__|__unix__|__APPLE__)\b"
+PLATFORM = re.compile(r"^ *# *(?:if.*\b(?:_WIN32|__MINGW\w+|__linux__|__unix__|__APPLE__)\b"
                       r"|include <(?:sys/.*|(?:dlfcn|elf|fcntl|io|link|poll|pthread|signal|spawn|unistd|windows)\.h)>).*", re.M)
 KNOWS_PLATFORM = re.compile(r"^own/\w+(posix|windows)\.cpp$")
 

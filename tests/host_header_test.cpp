@@ -1,6 +1,5 @@
 // The comforts of client/host.h, against the loopback engine.
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -10,6 +9,7 @@
 
 #include "client/host.h"
 #include "client/listeners/linkedlisteners.h"
+#include "own/dlplatform.h"
 
 namespace {
 
@@ -18,9 +18,7 @@ using namespace Zant;
 const std::string engineFile = ZANT_LOOPBACK_DIR "zant3" ZANT_ENGINE_SUFFIX;
 
 bool isMapped() {
-    void* handle = dlopen(engineFile.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-    if (handle) dlclose(handle);
-    return handle != nullptr;
+    return Platform::isOpen(engineFile.c_str());
 }
 
 TEST(HostHeader, SessionKeepsTheEngineUntilItsEnd) {
@@ -103,8 +101,8 @@ TEST(HostHeader, SessionWithoutAnEngineSaysWhy) {
 TEST(HostHeader, DirectoryOfAModuleEndsWithItsSeparator) {
     const std::string directory = moduleDirectory(&engineFile);
     ASSERT_FALSE(directory.empty());
-    EXPECT_EQ(directory.back(), '/');
-    EXPECT_TRUE(std::filesystem::exists(directory + "host_header_test"));
+    EXPECT_EQ(directory.back(), std::filesystem::path::preferred_separator);
+    EXPECT_TRUE(std::filesystem::exists(directory + "host_header_test" ZANT_PROGRAM_SUFFIX));
     int local = 0;
     EXPECT_EQ(moduleDirectory(&local), "") << "the stack belongs to no module";
 }

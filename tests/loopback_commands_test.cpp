@@ -1,7 +1,6 @@
 // Commands for the loopback engine: of every form, from its own transcript, out of files, and by chance.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cmath>
 #include <memory>
@@ -142,16 +141,6 @@ TEST(LoopbackCommands, KeepTheirNumbersInATranscript) {
     EXPECT_NE(testing::internal::GetCapturedStderr().find("known are exact, client"), std::string::npos);
 }
 
-TEST(LoopbackCommands, ThatCannotBeWrittenToTheTranscriptAreSaidOnce) {
-    const Environment environment{{"ZANT_LOOPBACK_TRANSCRIPT", "/dev/full"}};
-    Host host;
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(host.parse("var x,1; var y,2;", "scene.txt"), 10);
-    EXPECT_EQ(host.text.take(), "Error: scene.txt:1:1: the transcript '/dev/full' cannot be written and ends here\n");
-    EXPECT_EQ(host.parse("delete x; delete y;"), 0);
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot write /dev/full: No space left"), std::string::npos);
-}
-
 std::string doubled(const std::string& text) {
     std::string result;
     for (const char letter : text)
@@ -161,7 +150,7 @@ std::string doubled(const std::string& text) {
 
 TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     Host host;
-    const TemporaryFile inner("echo \"inner\";"), self, pipe;
+    const TemporaryFile inner("echo \"inner\";"), self;
     const std::string outer = inner.name() + " and one beside it";
     std::ofstream(outer) << include("file") << include("file");
     std::ofstream("file") << "echo \"of the working directory\";";
@@ -172,9 +161,7 @@ TEST(LoopbackCommands, ThatIncludeOthersAreFoundBesideThemAndEnd) {
     EXPECT_EQ(host.parse(include(self.name())), 6);
     EXPECT_NE(host.text.take().find("includes itself\nonce\n"), std::string::npos);
     EXPECT_EQ(host.parse(include(inner.name()), inner.name().c_str()), 0) << "only its name";
-    ASSERT_EQ(mkfifo(pipe.name().c_str(), 0600), 0);
-    for (const std::string odd :
-         {"", "/", "/dev/zero", pipe.name().c_str(), "/proc/self/mem"}) {  // where reading fails
+    for (const std::string odd : {"", "/", "\xC3\x28"}) {
         EXPECT_EQ(host.parse(include(odd)), 5) << odd;
         EXPECT_NE(host.text.take().find("cannot read the file"), std::string::npos) << odd;
     }

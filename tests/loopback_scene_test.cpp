@@ -229,7 +229,7 @@ TEST(LoopbackBitmaps, ShowCommandsInLinkedMemory) {
             CommandTextBuffer buffer(host.instance);
             BitmapSymbol bitmap(buffer, 5, 4, format.created, "b");
             EXPECT_EQ(bitmap.bitmap.format, format.linked);
-            const FloatingPointTraps traps;
+            [[maybe_unused]] const FloatingPointTraps traps;
             EXPECT_EQ(host.parse(row.commands), 0) << host.text.take();
             bitmap.refreshDirectLink();
             EXPECT_EQ(picture(bitmap.bitmap), row.picture) << row.commands << format.created;

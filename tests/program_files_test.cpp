@@ -1,6 +1,7 @@
-// What the program reads and writes: files of every kind, whole or not at all.
+// What the program reads and writes: files of every kind, whole or not at all. Devices, pipes, links and modes make it
+// a test for Linux; program_test.cpp has what is the same everywhere.
 
-#include "zantprogram.h"
+#include "shell.h"
 
 namespace {
 
@@ -10,7 +11,7 @@ using namespace ZantProgram;
 
 constexpr const char* scene = "var a,1;\nvar b,2;\n";
 
-class ProgramFiles : public ZantProgram::Test {
+class ProgramFiles : public ShellTest {
 protected:
     ProgramFiles() { write("scene", scene); }
 

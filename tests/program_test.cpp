@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -39,79 +37,19 @@ TEST_F(Program, ExitCodesAndMessages) {
         {"decode bad names", 1, "lihgt"},
         {"check bad", 1, "bad:2:1: unknown command 'lihgt', did you mean 'light'?"},
         {"run bad", 1, "light"},
-        {"run --engine /nonexistent/ /dev/null", 3, "/nonexistent/zant3d.dylib"},
+        {"run --engine /nonexistent/ names", 3, "/nonexistent/zant3d."},
         {"report --engine /nonexistent/", 3, "the engine does not load"},
         {"probe /nonexistent", 3, "has no final separator"},
-        {"convert --to morse /dev/null", 2, "morse"},
+        {"convert --to morse names", 2, "morse"},
         {"forms gradients", 0, "fg2_gradients"},
         {"forms postprozess", 1, "did you mean 'postProcess'?"},
         {"forms about", 0, "about1u"},
         {"forms include", 0, "1 form."},
-        {"forms no_such_$(printf '\\033')", 1, "no_such_\\x1B"},
+        {"forms no_such_\x1B", 1, "no_such_\\x1B"},
         {"check --help", 0, "4  the output could not be written"},
     };
     for (const auto& row : rows)
         expectShown(zant(row.arguments), row.code, {row.shown});
-}
-
-/// What bash offers for the last of the words.
-std::string completion(const std::string& words) {
-    const std::string script = "source <(" ZANT_PROGRAM " describe bash); COMP_WORDS=(zant " + words +
-                               "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zant; echo ${COMPREPLY[*]}";
-    const std::string offered = run("bash -c '" + script + "'").output;
-    return offered.substr(0, offered.find('\n'));
-}
-
-/// The first words of the help text's lines that begin with two blanks and a letter or a minus.
-std::vector<std::string> itemsOfHelp(const std::string& arguments, bool isOption) {
-    std::vector<std::string> items;
-    std::istringstream help(run(lineOf(arguments + " --help")).output);
-    for (std::string line, word; std::getline(help, line);) {
-        std::istringstream words(line);
-        if (line.rfind("  ", 0) != 0 || (line[2] == '-') != isOption || !(words >> word)) continue;
-        if (isOption ? word.find("--") != std::string::npos : std::islower(static_cast<unsigned char>(word[0])) != 0)
-            items.push_back(word.substr(isOption ? word.find("--") : 0));
-    }
-    return items;
-}
-
-TEST_F(Program, TheManualPageAndTheCompletionHaveEveryOption) {
-    const std::string page = run(ZANT_PROGRAM " describe manual | sed 's/\\\\f[BIR]//g; s/\\\\-/-/g'").output;
-    size_t compared = 0;
-    for (const std::string& command : itemsOfHelp("", false)) {
-        const size_t at = page.find("\n.SS zant " + command + " ");
-        ASSERT_NE(at, std::string::npos) << command;
-        const std::string section = page.substr(at, page.find("\n.S", at + 1) - at);
-        const std::string offered = completion(command + " --") + " ";
-        for (const std::string& option : itemsOfHelp(command, true)) {
-            EXPECT_NE(section.find(option), std::string::npos) << command << option;
-            EXPECT_NE(offered.find(option + " "), std::string::npos) << command << option << ": " << offered;
-            ++compared;
-        }
-    }
-    EXPECT_EQ(compared, 27u);
-    for (const char* code : {"\n0\nfine\n", "\n3\nthe engine did not load\n"})
-        EXPECT_EQ(countOf(code, page), 1u) << code;
-
-    const std::array<std::pair<const char*, const char*>, 5> rows = {{
-        {"ch", "check"},
-        {"--ver", "--version"},
-        {"convert --to \"\"", "text quick binary"},
-        {"convert --to q", "quick"},
-        {"run --engine r", ""},  // left to file names
-    }};
-    for (const auto& [words, offered] : rows)
-        EXPECT_EQ(completion(words), offered) << words;
-}
-
-TEST_F(Program, SurvivesNamesOfEveryKind) {
-    const std::pair<std::string, const char*> rows[] = {{".", "s a directory"},
-                                                        {"none/\xC3\x28", "No such file"},
-                                                        {std::string(5000, 'n'), "File name too long"},
-                                                        {"", "No such file"}};
-    for (const auto& [name, shown] : rows)
-        for (const char* command : {"check", "run", "decode", "convert --to text", "convert --to binary", "report"})
-            expectShown(zant(command + (" '" + name + "'")), 1, {shown});
 }
 
 TEST_F(Program, RunsCommandFilesAndReadsValuesBack) {
@@ -125,16 +63,56 @@ TEST_F(Program, RunsCommandFilesAndReadsValuesBack) {
 
 TEST_F(Program, ConvertsThereAndBack) {
     for (const std::string example : {"room.zant", "turntable.zant"}) {
-        const Outcome converted =
-            shell("set -e; zant convert --to text -o plain " + examples + example +
-                  "; zant convert --to quick -o quick plain; zant convert --to binary -o binary quick; "
-                  "zant convert --to text -o again binary; zant check plain quick binary");
-        EXPECT_EQ(converted.code, 0) << converted;
+        for (const std::string& line :
+             {"convert --to text -o plain " + examples + example, std::string("convert --to quick -o quick plain"),
+              std::string("convert --to binary -o binary quick"), std::string("convert --to text -o again binary"),
+              std::string("check plain quick binary")})
+            expectShown(zant(line), 0, {});
         EXPECT_EQ(content("plain"), content("again"));
         EXPECT_GT(countOf("\n", content("plain")), 30u);
         EXPECT_EQ(content("quick")[0], '[');
+        EXPECT_EQ(zant("convert --to binary quick").output, content("binary")) << "every byte arrives";
     }
-    expectShown(shell("truncate -s -3 binary; zant check binary"), 1, {"the block is cut off"});
+    write("binary", content("binary").substr(0, content("binary").size() - 3));
+    expectShown(zant("check binary"), 1, {"the block is cut off"});
+}
+
+TEST_F(Program, ReplacesItsOutputAsAWholeOrNotAtAll) {
+    const std::string scene = "var a,1;\n", old = "old\n", quick = "[18],a,1;\n", bad = "about;\nlihgt;\n";
+    write("scene", scene);
+    write("bad", bad);
+    const struct {
+        const char *before, *arguments;
+        int code;
+        std::string output;
+    } rows[] = {
+        {"old\n", "convert --to quick -o out scene", 0, quick},
+        {"var a,1;\n", "convert --to quick -o out out", 0, quick},
+        {"old\n", "convert --to quick -o out missing", 1, old},
+        {"old\n", "convert --to quick -o out scene missing", 1, old},
+        {"about;\nlihgt;\n", "convert --to text -o out out", 1, bad},
+        {"old\n", "decode -o out missing", 1, old},
+        {"var a,1;\n", "decode -o out ./out", 2, scene},
+    };
+    for (const auto& row : rows) {
+        write("out", row.before);
+        expectShown(zant(row.arguments), row.code, {});
+        EXPECT_EQ(content("out"), row.output) << row.arguments;
+        EXPECT_EQ(std::distance(fs::directory_iterator(fs::u8path(folder)), {}), 3) << row.arguments;
+    }
+    EXPECT_EQ(zant("convert --to text -o none/new scene").code, 4);
+}
+
+TEST_F(Program, TakesAndShowsNamesAsTheyAreGiven) {
+    fs::create_directory(fs::u8path(folder + "/ä ö"));
+    write("ä ö/画 😀", "include \"bèside\";\nlihgt;\n");
+    write("ä ö/bèside", "echo \"from beside\";\n");
+    expectShown(zant("check --includes 'ä ö/画 😀' missing"), 1,
+                {"ä ö/画 😀:2:1: unknown command", "ä ö/bèside: 1 command", "missing: No such file or directory"});
+    expectShown(zant("run 'ä ö/画 😀'"), 1, {"from beside\n", "ä ö/画 😀:2:1: "});
+    expectShown(zant("convert --to quick -o 'ä ö/é' 'ä ö/bèside'"), 0, {});
+    EXPECT_EQ(countOf("from beside", content("ä ö/é")), 1u);
+    expectShown(zant("run --engine 'ä ö/' missing"), 3, {"ä ö/zant3", "ä ö/zant3d"});
 }
 
 TEST_F(Program, SaysWhichNumbersTextCannotHold) {

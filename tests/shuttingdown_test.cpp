@@ -2,38 +2,19 @@
 // docs/threads-and-ownership.md say of who does not follow it.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
-#include <csignal>
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <thread>
 
-#include "client/zant.h"
-#include "loopbackhost.h"
-
-#ifdef __has_feature
-#if __has_feature(thread_sanitizer)
-#define ZANT_TEST_TSAN 1
-#endif
-#endif
-#ifdef __SANITIZE_THREAD__
-#define ZANT_TEST_TSAN 1
-#endif
+#include "shuttingdowntest.h"
 
 namespace Zant::Tests {
 namespace {
-
-constexpr size_t eightItems[3] = {2, 2, 2};
-
-struct Counter final : MTJobSplit {
-    using MTJobSplit::MTJobSplit;
-    void run(const size_t*, int) override { ++items; }
-    std::atomic<int> items{0};
-};
 
 /// The page's order, with every kind of thing that a plug-in may hold.
 void liveAndShutDown(Library& library, TextCollector& listener) {
@@ -90,12 +71,6 @@ TEST(ShuttingDown, InTheOrderOfThePageLeavesNothing) {
 // ---- What the pages warn of -----------------------------------------------------------------------------------------
 // Each action runs in a process of its own, forked before it has loaded anything.
 
-/// An engine that stays to the end.
-struct Loaded : Host {
-    Loaded() { library.loadExplicitly(nullptr); }
-    ~Loaded() { library.unloadExplicitly(); }
-};
-
 #ifndef ZANT_TEST_TSAN  // it reports what these processes die of in its own way
 
 /// Lets the listener do it from within an event.
@@ -107,9 +82,11 @@ void inAnEvent(Host& host, std::function<void()> action) {
 void exitDuringAJob() {
     struct Slow final : MTJobSplit {
         using MTJobSplit::MTJobSplit;
-        void run(const size_t*, int) override { usleep(1000); }
+        void run(const size_t*, int) override { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
     };
-    std::atexit([] { usleep(500000); });  // runs after the library of the process has ended
+    std::atexit([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    });  // runs after the library of the process has ended
     Library& library = *getLibrary(ZANT_LOOPBACK_DIR);
     library.createInstance();
     auto* job = new Slow(library.vtables.mt);
@@ -117,7 +94,7 @@ void exitDuringAJob() {
         const size_t many[3] = {1000, 1, 1};
         job->start(many, 2);
     }).detach();
-    usleep(50000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
     std::exit(0);
 }
 
@@ -153,23 +130,6 @@ TEST(ShuttingDownDeathTest, InAnotherOrderCrashes) {
     };
     for (const auto& row : rows)
         EXPECT_DEATH(row.breach(), "") << row.warning;
-}
-
-// A death test's process is a fork of this one.
-TEST(ForkDeathTest, LeavesAUsedJobWithoutItsThreads) {
-    const auto workInAFork = [] {
-        const Loaded host;
-        Counter job(host.library.vtables.mt);
-        job.start(eightItems, 2);
-        _exit(job.items);
-    };
-    EXPECT_EXIT(workInAFork(), testing::ExitedWithCode(8), "") << "an engine that is loaded after the fork works";
-    const Loaded host;
-    Counter used(host.library.vtables.mt);
-    used.start(eightItems, 2);
-    EXPECT_EXIT((alarm(2), used.start(eightItems, 2)), testing::KilledBySignal(SIGALRM), "")
-        << "it waits for threads of the parent";
-    EXPECT_EQ(used.items, 8);
 }
 
 #endif

@@ -336,7 +336,7 @@ TEST_F(Symbols, VertexMapsAndMeshes) {
     map.registerSymbol(2, 100, 4);
     EXPECT_TRUE(map.direct()->isDouble);
     state.infoInt1 = 2;
-    map.registerSymbol(1, ~0ul, 1);
+    map.registerSymbol(1, UINT64_MAX, 1);
     EXPECT_FALSE(map.direct()->isDouble);
 
     const Double list[] = {1.0, 2.0, 3.0, 4.0, 5.0};

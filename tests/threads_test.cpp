@@ -180,7 +180,7 @@ TEST_F(Threads, CastRaysFromSeveralContextsOfOneInstance) {
 TEST(ThreadsOfHeaders, AreStatedInEachOne) {
     size_t checked = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(ZANT_SOURCE_DIR "/client")) {
-        const std::string name = entry.path().string();
+        const std::string name = entry.path().generic_string();
         if (entry.path().extension() != ".h" || name.find("/generator/") != std::string::npos) continue;
         if (entry.path().filename() == "zant.h") continue;  // includes the others, and no more
         std::ostringstream text;

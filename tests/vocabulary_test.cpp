@@ -78,8 +78,8 @@ TEST(Vocabulary, NumbersOfEveryKindReachTheBufferAsDoubles) {
     Recorder recorder;
     void* word = &static_cast<Zant::CommandBuffer&>(recorder);
     anim1_renderFrame(&word, -3);
-    pm1_kdBalance(&word, (1UL << 53) + 1);
-    pm1_kdBalance(&word, ~0UL);
+    pm1_kdBalance(&word, (uint64_t{1} << 53) + 1);
+    pm1_kdBalance(&word, UINT64_MAX);
     pm1_kdOptimize(&word, true);
     std::vector<double> numbers;
     for (const Event& event : recorder.events) {

@@ -2,27 +2,24 @@
 #define ZANT_TESTS_ZANTPROGRAM_H
 
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "own/childprocess.h"
 #include "testkit/environment.h"
 
-/// The built program, run as a person runs it.
+/// The built program, run as a person runs it. tests/shell.h has what needs a shell.
 namespace ZantProgram {
 
 struct Outcome {
-    std::string line;    ///< of the shell
-    int code;            ///< -signal when it died by one
+    std::string line;    ///< what was run
+    int code;            ///< -1, or in a shell -signal, when it died
     std::string output;  ///< both streams
 };
 
@@ -30,77 +27,46 @@ inline std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
     return stream << outcome.line.substr(0, 300) << "\n" << outcome.output.substr(0, 5000);
 }
 
-/// A line of the shell while it runs.
-class Running {
-public:
-    explicit Running(std::string lineToRun) : line(std::move(lineToRun)) {
-        int ends[2];
-        if (pipe(ends) != 0) return;
-        child = fork();
-        if (child == 0) {
-            dup2(ends[1], STDOUT_FILENO);
-            dup2(ends[1], STDERR_FILENO);
-            close(ends[0]);
-            close(ends[1]);
-            execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
-            _exit(127);
+/// The words of a line, with blanks only between single quotes.
+inline std::vector<std::string> wordsOf(const std::string& line) {
+    std::vector<std::string> words;
+    bool quoted = false, inWord = false;
+    for (const char c : line) {
+        if (c != ' ' || quoted) {
+            if (!inWord) words.emplace_back();
+            inWord = true;
         }
-        close(ends[1]);
-        from = ends[0];
+        if (c == '\'')
+            quoted = !quoted;
+        else if (c != ' ' || quoted)
+            words.back() += c;
+        else
+            inWord = false;
     }
-    ~Running() {
-        if (child > 0) end(SIGKILL);
-    }
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-
-    /// Reads on until the text has been printed. @return whether it came before the output ended or a minute went by.
-    bool waitFor(const std::string& text) {
-        while (output.find(text) == std::string::npos)
-            if (!readOn(60000)) return false;
-        return true;
-    }
-
-    /// Waits for the end, which a signal other than 0 brings about.
-    Outcome end(int signal = 0) {
-        if (signal) kill(child, signal);
-        while (readOn(-1)) {
-        }
-        close(from);
-        int status = 0;
-        waitpid(child, &status, 0);
-        child = -1;
-        return {line, WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), output};
-    }
-
-private:
-    bool readOn(int milliseconds) {
-        pollfd ready{from, POLLIN, 0};
-        if (poll(&ready, 1, milliseconds) <= 0) return false;
-        std::array<char, 4096> piece;
-        const ssize_t count = read(from, piece.data(), piece.size());
-        if (count > 0) output.append(piece.data(), static_cast<size_t>(count));
-        return count > 0;
-    }
-
-    std::string line;
-    pid_t child = -1;
-    int from = -1;
-    std::string output;
-};
-
-/// Runs a line of the shell.
-inline Outcome run(const std::string& line) {
-    return Running(line).end();
+    return words;
 }
 
-/// The line that starts the program in place of the shell.
-inline std::string lineOf(const std::string& arguments) {
-    return "exec " ZANT_PROGRAM " " + arguments;
+/// Runs the program in a folder, without a shell.
+inline Outcome runProgram(const std::string& arguments, const std::string& folder) {
+    std::vector<std::string> command{ZANT_PROGRAM};
+    for (const std::string& word : wordsOf(arguments))
+        command.push_back(word);
+    Outcome outcome{arguments, 0, ""};
+    Zant::Platform::Child child(command, folder);
+    const auto listen = [&](int milliseconds) {
+        child.listen(
+            milliseconds, [&](std::string_view text) { outcome.output += text; }, [](std::string_view) {});
+    };
+    while (!child.hasEnded())
+        listen(20);
+    const Zant::Platform::ChildStatus status = child.end();
+    listen(0);
+    outcome.code = status.death.empty() ? status.code : -1;
+    return outcome;
 }
 
 inline std::string contentOf(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
+    std::ifstream file(std::filesystem::u8path(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -121,15 +87,10 @@ inline void expectShown(const Outcome& outcome, int code, const std::vector<std:
 /// A test with a folder of its own, in which the program runs.
 class Test : public testing::Test {
 protected:
-    /// Runs a line of the shell, which finds the program, as the program has to find its engine from wherever it runs.
-    Outcome shell(const std::string& line) const {
-        const std::string programs = std::filesystem::path(ZANT_PROGRAM).parent_path().string();
-        return run("cd '" + folder + "'; PATH=" + programs + ":$PATH; " + line);
-    }
-    Outcome zant(const std::string& arguments) const { return shell("exec zant " + arguments); }
+    Outcome zant(const std::string& arguments) const { return runProgram(arguments, folder); }
 
     void write(const std::string& name, const std::string& content) const {
-        std::ofstream(folder + "/" + name, std::ios::binary) << content;
+        std::ofstream(std::filesystem::u8path(folder + "/" + name), std::ios::binary) << content;
     }
     std::string content(const std::string& name) const { return contentOf(folder + "/" + name); }
 

@@ -1,7 +1,8 @@
 // A module that says a word and then does something fatal, AT_OPENING, before anybody can ask for its entry point.
-#include <unistd.h>
-
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <thread>
 
 namespace {
 

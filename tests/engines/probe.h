@@ -66,6 +66,9 @@ struct Probe {
 /// The test program's probe.
 extern "C" ZANT_EXPORTED Probe* zantTestProbe();
 
+/// @return what the program exports under a name, or on Linux any module that shows its names; null for nothing
+void* procedureOfAnyone(const char* name);
+
 /// A new probe for the next test. The engine must be unloaded.
 void renewProbe();
 

@@ -5,9 +5,8 @@
 //   ENGINE_HALF_TABLES     leaves the bitmap, the ray and the parser table null
 //   ENGINE_NULL_SLOTS      leaves slots null that the client calls when it is asked to
 //   ENGINE_REFUSES         refuses every instance
+//   ENGINE_CRASHES         crashes in its entry point
 //   ENGINE_RAISES_EVENTS   raises events while an instance is created and destroyed
-#include <dlfcn.h>
-
 #include <cstring>
 #include <thread>
 
@@ -29,7 +28,7 @@ using Zant::Instance;
 
 Probe& probe() {
     static Probe own;  // for a program without one
-    static auto* const ofTest = reinterpret_cast<Probe* (*)()>(dlsym(RTLD_DEFAULT, "zantTestProbe"));
+    static auto* const ofTest = reinterpret_cast<Probe* (*)()>(procedureOfAnyone("zantTestProbe"));
     return ofTest ? *ofTest() : own;
 }
 
@@ -257,6 +256,9 @@ int setValue(void* parser, void* handle, const ZantParserExchangeBuffer* record)
 extern "C" ZANT_EXPORTED void zant3_init(Zant::Library* library) {
     client = library;
     probe().note("init " + std::to_string(library->hostVersion));
+#ifdef ENGINE_CRASHES
+    __builtin_trap();
+#endif
 #ifndef ENGINE_NO_TABLE
     library->vtables.library = &libraryTable;
     library->vtables.mt = &mtTable;

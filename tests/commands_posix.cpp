@@ -1,0 +1,9 @@
+#include <malloc.h>
+
+#include <cstddef>
+
+size_t allocatedSize(void* block);
+
+size_t allocatedSize(void* block) {
+    return malloc_usable_size(block);
+}

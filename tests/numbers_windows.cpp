@@ -1,0 +1,7 @@
+#include <clocale>
+
+void useDecimalComma();
+
+void useDecimalComma() {
+    std::setlocale(LC_ALL, "German");
+}
