@@ -9,8 +9,10 @@ endif()
 set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
 
 # Numbers, geometry and pixels are defined operation by operation: whatever flags a host builds the tree with, nothing is
-# contracted to fused operations or reordered, and a NaN stays one. These flags stand after the host's.
-set(ZANT_EXACT_ARITHMETIC -fno-fast-math -fno-unsafe-math-optimizations -fno-finite-math-only -ffp-contract=off)
+# contracted to fused operations or reordered, and a NaN stays one. Square roots set no errno, so that they are the
+# processor's: those of mingw's library are rounded twice. These flags stand after the host's.
+set(ZANT_EXACT_ARITHMETIC -fno-fast-math -fno-unsafe-math-optimizations -fno-finite-math-only -ffp-contract=off
+    -fno-math-errno)
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     list(APPEND ZANT_EXACT_ARITHMETIC -Wno-overriding-t-option)  # taking back a host's flag is what they are for
 endif()
@@ -21,12 +23,6 @@ if(WIN32)
     enable_language(RC)
 else()
     set(ZANT_PLATFORM posix)
-endif()
-
-# In mingw's library sin() and cos() are not what the one function for both answers: each is called by itself.
-set(ZANT_SINES_APART)
-if(MINGW)
-    set(ZANT_SINES_APART -fno-builtin-sin -fno-builtin-cos)
 endif()
 
 # Sources of the tree include from its root.

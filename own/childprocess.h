@@ -27,7 +27,7 @@ using TakePiece = std::function<void(std::string_view)>;
 /// A program that runs. It has nothing to read. What it leaves running ends with it, and it dies with this process.
 class Child {
 public:
-    /// @param command the program's file and its arguments
+    /// @param command the program's file, or a name that the search path finds, and its arguments
     /// @param folder to run in; empty for that of this process
     /// Throws std::runtime_error when it cannot be started.
     explicit Child(const std::vector<std::string>& command, const std::string& folder = {});

@@ -111,8 +111,8 @@ Child::Child(const std::vector<std::string>& command, const std::string& folder)
     arguments.push_back(nullptr);
     std::fflush(nullptr);
     const Preparation preparation(state_->text, state_->words, folder);
-    const int reason = posix_spawn(&state_->process, arguments[0], &preparation.actions, &preparation.attributes,
-                                   arguments.data(), environ);
+    const int reason = posix_spawnp(&state_->process, arguments[0], &preparation.actions, &preparation.attributes,
+                                    arguments.data(), environ);
     if (reason != 0) fail(reason);
     state_->text.closeWriteEnd();
     state_->words.closeWriteEnd();
