@@ -4,6 +4,12 @@
 
 namespace {
 
+#ifdef __aarch64__
+constexpr const char* deathByTrap = "breakpoint trap";
+#else
+constexpr const char* deathByTrap = "llegal instruction";
+#endif
+
 using namespace ZantProgram;
 
 const std::string engines = ZANT_TEST_ENGINES;
@@ -32,7 +38,7 @@ TEST_F(Probe, NamesTheFaultOfEveryEngine) {
          1,
          {"library table: slot 0, exit, is null: unloading",
           "parser table: slot 4, getValue, is null: ", "created and released"}},
-        {"crashes", 3, {"the engine died: ", "llegal instruction", ", while its entry point ran", "does not load"}},
+        {"crashes", 3, {"the engine died: ", deathByTrap, ", while its entry point ran", "does not load"}},
         {"ends_process", 3, {"ended the process, with exit code 0, while its file was opened", "does not load"}},
         {"hangs --time-limit 1", 3, {"did not come back within 1 s, while its file was opened", "does not load"}},
     };
