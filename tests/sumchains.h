@@ -19,9 +19,11 @@ void chain(int which, V& v, const V& a, const V& b) {
             v -= a;
             v -= b;
             break;
-        case 2:
-            v -= v;
+        case 2: {
+            const V& itself = v;
+            v -= itself;
             break;
+        }
         case 3:
             v += product;
             break;
