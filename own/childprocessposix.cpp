@@ -106,6 +106,7 @@ struct Child::State {
 
 Child::Child(const std::vector<std::string>& command, const std::string& folder) : state_(new State) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

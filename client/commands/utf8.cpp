@@ -10,6 +10,7 @@ constexpr size_t invalid = static_cast<size_t>(-1);
 /// together are one.
 template <class Unit>
 unsigned int next(const Unit*& text) {
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): it takes a wchar_t for a char
     const auto unit = static_cast<unsigned int>(*text++);
     if constexpr (sizeof(Unit) == sizeof(char16_t)) {
         const bool paired = unit >= 0xD800 && unit < 0xDC00 && *text >= 0xDC00 && *text < 0xE000;

@@ -73,6 +73,7 @@ struct Row3 {
     Pair xy;
     double z;
 
+    // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.Assign): what is beyond a vector's count was perhaps never set
     explicit Row3(const double* from) : xy(load(from)), z(from[2]) {}
     Row3(double a, double b, double c) : xy{a, b}, z(c) {}
 
