@@ -25,6 +25,12 @@ struct LibraryFile {
 /// The bytes that a library of the platform begins with.
 std::string_view libraryStart();
 
+/// What is said of a file that ends before what its header promises; empty for one that does not.
+inline std::string cutOff(uint64_t size, uint64_t wanted) {
+    if (size >= wanted) return "";
+    return "cut off: " + std::to_string(size) + " bytes where its header asks for " + std::to_string(wanted);
+}
+
 /// Looks at a file that begins like one.
 /// @param start its first 512 bytes, fewer where it ends
 LibraryFile lookAtHeader(const std::string& name, uint64_t size, const std::string& start);

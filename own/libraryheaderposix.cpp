@@ -16,13 +16,6 @@ using Header = ElfW(Ehdr);
 using Segment = ElfW(Phdr);
 using Section = ElfW(Shdr);
 
-#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-constexpr unsigned char ownByteOrder = ELFDATA2LSB;
-#else
-constexpr unsigned char ownByteOrder = ELFDATA2MSB;
-#endif
-constexpr unsigned char ownClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
-
 /// The bytes of a file from a place on, fewer where it ends.
 std::string bytesOf(const std::string& name, uint64_t from, size_t count) {
     std::ifstream file(name, std::ios::binary);
@@ -74,9 +67,10 @@ std::string describeMachine(const std::string& header) {
     if (machineOf(header) != ownMachine())
         return "for another processor (" + machineName(machineOf(header)) + "), this program is for " +
                machineName(ownMachine());
-    if (header[EI_CLASS] != ownClass || header[EI_DATA] != ownByteOrder)
+    // own/compiler.h has asserted what this program itself is.
+    if (header[EI_CLASS] != ELFCLASS64 || header[EI_DATA] != ELFDATA2LSB)
         return std::string("for another processor (of ") + (header[EI_CLASS] == ELFCLASS32 ? "32" : "64") +
-               " bits), this program is for " + std::to_string(sizeof(void*) * 8) + " bits";
+               " bits), this program is for 64 bits";
     return "";
 }
 
@@ -122,11 +116,6 @@ uint64_t endOfSections(const std::string& name, const Header& header) {
         if (section.sh_type != SHT_NOBITS && section.sh_type != SHT_NULL)
             end = std::max<uint64_t>(end, addSaturated(section.sh_offset, section.sh_size));
     return end;
-}
-
-std::string cutOff(uint64_t size, uint64_t wanted) {
-    if (size >= wanted) return "";
-    return "cut off: " + std::to_string(size) + " bytes where its header asks for " + std::to_string(wanted);
 }
 
 }  // namespace

@@ -31,11 +31,6 @@ std::string machineName(unsigned machine) {
     }
 }
 
-std::string cutOff(uint64_t size, uint64_t wanted) {
-    if (size >= wanted) return "";
-    return "cut off: " + std::to_string(size) + " bytes where its header asks for " + std::to_string(wanted);
-}
-
 /// What is at a place of the file; false where it ends before.
 template <class Record>
 bool readAt(const std::string& bytes, uint64_t at, Record& record) {

@@ -6,15 +6,13 @@
 #include <chrono>
 #include <cstring>
 
+#include "probetest.h"
 #include "shell.h"
 
 namespace {
 
 using namespace ZantProgram;
 using ProbeOutput = ZantProgram::Test;
-
-const std::string engines = ZANT_TEST_ENGINES;
-const std::string engineName = "zant3" ZANT_ENGINE_SUFFIX;
 
 TEST_F(ProbeOutput, ShowsEachStepAsItComes) {
     const auto start = std::chrono::steady_clock::now();
@@ -29,33 +27,15 @@ TEST_F(ProbeOutput, ShowsEachStepAsItComes) {
 
 using Header = ElfW(Ehdr);
 
-class ProbeFile : public ShellTest {
+class ElfFile : public ProbeFile {
 protected:
-    /// Probes an engine file with this content.
-    Outcome probe(const std::string& content) const {
-        write(engineName, content);
-        return zant("probe ./");
-    }
-
-    /// Probes the good engine with a changed header.
     template <class Change>
     Outcome probeWith(const Change& change) const {
-        Header header;
-        std::memcpy(&header, good.data(), sizeof header);
-        change(header);
-        std::string content = good;
-        std::memcpy(content.data(), &header, sizeof header);
-        return probe(content);
+        return probeChanged<Header>(0, change);
     }
-
-    static void expectFault(const Outcome& result, const std::string& fault) {
-        expectShown(result, 3, {engineName + ": " + fault});
-    }
-
-    const std::string good = contentOf(engines + "probe/" + engineName);
 };
 
-TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
+TEST_F(ElfFile, OfAnotherKindIsSaidInWords) {
     expectFault(probe(""), "an empty file");
     expectFault(probe("oops"), "text, not a library: \"oops\"");
     expectFault(probe("MZ\x90"), "a Windows DLL");
@@ -72,10 +52,12 @@ TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
                 "for another processor (");
     expectFault(probeWith([](Header& h) { h.e_type = ET_REL; }), "an object file");
     expectFault(probeWith([](Header& h) { h.e_type = ET_EXEC; }), "a program");
-    expectFault(shell("rm " + engineName + "; mkdir " + engineName + "; zant probe ./"), "a directory");
+    std::filesystem::remove(folder + "/" + engineName);
+    std::filesystem::create_directory(folder + "/" + engineName);
+    expectFault(zant("probe ./"), "a directory");
 }
 
-TEST_F(ProbeFile, CutOffAnywhereIsNeverMapped) {
+TEST_F(ElfFile, CutOffAnywhereIsNeverMapped) {
     Header header;
     std::memcpy(&header, good.data(), sizeof header);
     EXPECT_EQ(good.size(), header.e_shoff + header.e_shnum * sizeof(ElfW(Shdr))) << "the last thing in the file";

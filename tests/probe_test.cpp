@@ -1,6 +1,6 @@
 // zant probe, on engines with a fault each. Each platform has its own test of damaged files beside it.
 
-#include "zantprogram.h"
+#include "probetest.h"
 
 namespace {
 
@@ -11,8 +11,6 @@ constexpr const char* deathByTrap = "llegal instruction";
 #endif
 
 using namespace ZantProgram;
-
-const std::string engines = ZANT_TEST_ENGINES;
 
 using Probe = ZantProgram::Test;
 

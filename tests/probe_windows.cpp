@@ -4,44 +4,23 @@
 
 #include <cstring>
 
-#include "zantprogram.h"
+#include "probetest.h"
 
 namespace {
 
 using namespace ZantProgram;
 
-const std::string engines = ZANT_TEST_ENGINES;
-const std::string engineName = "zant3" ZANT_ENGINE_SUFFIX;
-
-class ProbeFile : public ZantProgram::Test {
+class DllFile : public ProbeFile {
 protected:
-    Outcome probe(const std::string& content) const {
-        write(engineName, content);
-        return zant("probe ./");
-    }
-
-    /// Probes the good engine with a changed header.
     template <class Change>
     Outcome probeWith(const Change& change) const {
         IMAGE_DOS_HEADER first;
         std::memcpy(&first, good.data(), sizeof first);
-        const auto at = static_cast<size_t>(first.e_lfanew) + sizeof(DWORD);
-        IMAGE_FILE_HEADER header;
-        std::memcpy(&header, good.data() + at, sizeof header);
-        change(header);
-        std::string content = good;
-        std::memcpy(content.data() + at, &header, sizeof header);
-        return probe(content);
+        return probeChanged<IMAGE_FILE_HEADER>(static_cast<size_t>(first.e_lfanew) + sizeof(DWORD), change);
     }
-
-    static void expectFault(const Outcome& result, const std::string& fault) {
-        expectShown(result, 3, {engineName + ": " + fault});
-    }
-
-    const std::string good = contentOf(engines + "probe/" + engineName);
 };
 
-TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
+TEST_F(DllFile, OfAnotherKindIsSaidInWords) {
     expectFault(probe(""), "an empty file");
     expectFault(probe("oops"), "text, not a library: \"oops\"");
     expectFault(probe("\x7F"
@@ -55,7 +34,7 @@ TEST_F(ProbeFile, OfAnotherKindIsSaidInWords) {
                 "a program, not a library");
 }
 
-TEST_F(ProbeFile, CutOffAnywhereIsSaidOrDoesNotMatter) {
+TEST_F(DllFile, CutOffAnywhereIsSaidOrDoesNotMatter) {
     size_t cut = 0, loaded = 0;
     for (size_t size = 2; size < good.size(); size += 1 + good.size() / 15) {
         const Outcome result = probe(good.substr(0, size));
