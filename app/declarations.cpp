@@ -1,5 +1,6 @@
 #include "app/declarations.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -10,6 +11,7 @@ namespace Zant::App {
 namespace {
 
 constexpr char start[] = "void ";
+constexpr char attribute[] = " ZANT_NEEDS_FIRST;";  // for compilers
 
 /// "void fg2_gradients(void* protos, ..." -> "fg2_gradients"; empty for a line that begins no declaration.
 std::string declaredBy(const std::string& line) {
@@ -29,6 +31,8 @@ Declarations::Declarations(const std::string& header) : file_(header) {
         if (name.empty()) continue;
         text += (text.empty() ? "" : "\n") + line;
         if (line.back() != ';') continue;
+        const size_t end = text.size() - std::min(text.size(), strlen(attribute));
+        if (text.compare(end, std::string::npos, attribute) == 0) text.replace(end, std::string::npos, ";");
         byName_.emplace(std::move(name), std::move(text));
         name.clear();
         text.clear();

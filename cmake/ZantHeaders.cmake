@@ -2,7 +2,7 @@
 # StageHeaders.cmake. The tree's own sources see the headers where they are.
 set(ZANT_HOST_HEADERS ${PROJECT_BINARY_DIR}/include)
 
-set(folders own client)
+set(folders own client modern)
 if(TARGET zanttestkit)
     list(APPEND folders testkit)
 endif()
@@ -21,8 +21,13 @@ if(TARGET loopback)
     list(APPEND headers loopback/rayrecords.h)  # for hosts that write rays in their tests
     list(APPEND sources ${PROJECT_SOURCE_DIR}/engines/loopback/rayrecords.h)
 endif()
-list(APPEND headers client/protos/protos.h zant.h)
-list(APPEND sources ${PROJECT_BINARY_DIR}/generated/client/protos/protos.h ${PROJECT_SOURCE_DIR}/cmake/zant.h)
+list(APPEND headers client/protos/protos.h zant.h zant.hpp)
+list(APPEND sources ${PROJECT_BINARY_DIR}/generated/client/protos/protos.h ${PROJECT_SOURCE_DIR}/cmake/zant.h
+    ${PROJECT_SOURCE_DIR}/modern/zant.hpp)
+foreach(group ${ZANT_GROUPS})
+    list(APPEND headers modern/commands/${group}.h)
+    list(APPEND sources ${PROJECT_BINARY_DIR}/generated/modern/commands/${group}.h)
+endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/headers.cmake CONTENT
     "set(headers ${headers})\nset(sources ${sources})\nset(target ${ZANT_HOST_HEADERS}/zant)\n")
 

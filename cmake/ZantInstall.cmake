@@ -2,7 +2,7 @@
 # pkg-config file each, the loopback engine and the program. The build tree has a CMake package as well.
 include(CMakePackageConfigHelpers)
 
-set(targets zant zant_static zantclient)
+set(targets zant zant_static zantclient zantmodern)
 foreach(target zanttestkit zant_program)
     if(TARGET ${target})
         list(APPEND targets ${target})

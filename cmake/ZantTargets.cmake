@@ -25,6 +25,9 @@ else()
     set(ZANT_PLATFORM posix)
 endif()
 
+# The groups of the catalogue: a source of typed functions each, and a header of commands for scenes.
+set(ZANT_GROUPS geometry looks lights rendering files)
+
 # Sources of the tree include from its root.
 include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 
@@ -70,6 +73,12 @@ target_link_libraries(zantclient PUBLIC ${CMAKE_DL_LIBS})
 # two plug-ins in one host would otherwise share them, and crash when the first one leaves.
 target_link_options(zantclient INTERFACE
     "$<$<IN_LIST:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY;SHARED_LIBRARY>:LINKER:-Bsymbolic-functions>")
+
+# The face <zant/zant.hpp>: headers over the client, and nothing to link beside it.
+add_library(zantmodern INTERFACE)
+add_library(Zant::modern ALIAS zantmodern)
+set_target_properties(zantmodern PROPERTIES EXPORT_NAME modern)
+target_link_libraries(zantmodern INTERFACE zantclient)
 
 # The shared library: the sixteen exported C functions and nothing else.
 add_library(zant SHARED)

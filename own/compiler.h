@@ -25,6 +25,13 @@
 #define ZANT_COLD
 #endif
 
+/* Behind a function whose first argument must not be null: gcc and clang warn where a literal null is passed. */
+#if defined(__GNUC__)
+#define ZANT_NEEDS_FIRST __attribute__((nonnull(1)))
+#else
+#define ZANT_NEEDS_FIRST
+#endif
+
 /* ZANT_EXPORTED: the module that defines the function shows it to others. Compilers of the Microsoft kind want to hear
  * it where a function is defined only, the others where it is declared as well. */
 #if defined(__GNUC__)

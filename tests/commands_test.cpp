@@ -251,7 +251,7 @@ TEST_F(Commands, Prototypers) {
     };
     Prototyper quick(instance);
     EXPECT_NE(static_cast<void*>(quick.protos()), static_cast<void*>(&quick));
-    gradients(quick.protos());
+    gradients(Proto(quick));
     expectText("CommandQuickTextBuffer", 1, "[46],[6],0.5,2;");
 
     std::unique_ptr<Prototyper> direct(new DirectPrototyper(instance));

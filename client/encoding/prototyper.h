@@ -43,6 +43,17 @@ public:
     Protos* protos() { return this; }
 };
 
+/// The first argument of the typed command functions, made from a prototyper and from nothing else:
+/// `Proto proto(prototyper); fg2_gradients(proto, 0.5, 2);`. The prototyper outlives it.
+class Proto {
+public:
+    Proto(Prototyper& prototyper) : protos_(prototyper.protos()) {}
+    operator void*() const { return protos_; }
+
+private:
+    Protos* protos_;
+};
+
 /// Writes binary blocks to an instance, and can send ready-made text to it. Threads: as every prototyper.
 class DirectPrototyper : public Prototyper {
 public:

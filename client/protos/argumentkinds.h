@@ -25,6 +25,7 @@ struct KindRow {
     const char* block;     ///< how blocks hold it
 
     const char* type;       ///< of the typed functions' parameter, with narrow strings
+    const char* argument;   ///< type of the scene members' parameter, with narrow strings
     const char* operation;  ///< of the command buffer
     const char* parameter;  ///< name of a parameter without a better one
     bool isNamedByKeyword;  ///< whether the keyword before it is a better one

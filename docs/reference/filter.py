@@ -73,6 +73,6 @@ def filter_header(path):
 def filter_file(path):
     if path.suffix == ".md":
         return filter_page(path)
-    if path.suffix != ".h":
+    if path.suffix not in (".h", ".hpp"):
         return path.read_text().splitlines()
     return filter_c_header(path) if path.name in C_HEADERS else filter_header(path)

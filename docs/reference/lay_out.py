@@ -15,7 +15,7 @@ from filter import example_page, filter_file, page_name
 REFERENCE = pathlib.Path(__file__).parent
 FIRST = "guide"
 INTERNAL = ("architecture", "decisions")
-LANGUAGES = {".cpp": "cpp", ".c": "cpp", ".py": "python"}
+LANGUAGES = {".cpp": "cpp", ".h": "cpp", ".c": "cpp", ".py": "python"}
 GROUPS = ("geometry", "looks", "lights", "rendering", "files")
 
 
@@ -70,13 +70,13 @@ def comment_of(text):
 
 
 def examples():
-    order = (".cpp", ".c", ".py", ".zant", ".txt", "")
-    return sorted((path for path in pathlib.Path("examples").iterdir() if path.is_file()),
-                  key=lambda path: (order.index(path.suffix), path.name))
+    order = (".cpp", ".h", ".c", ".py", ".zant", ".txt", "")
+    return sorted((path for path in pathlib.Path("examples").rglob("*") if path.is_file()),
+                  key=lambda path: (path.parts[:-1], order.index(path.suffix), path.name))
 
 
 def write_examples(target):
-    """A page with the source of each file in examples/, and one that lists them."""
+    """A page with the source of each file in examples/ and its folders, and one that lists them."""
     folder = target / "docs/examples"
     folder.mkdir(parents=True)
     rows = []
@@ -113,8 +113,8 @@ def main():
     target, protos, header = (pathlib.Path(name) for name in sys.argv[1:])
     pages = pages_in_order()
     copied = [copy_filtered(path, target) for path in [pathlib.Path("README.md"), *pages]]
-    for folder in ("own", "client", "testkit"):
-        for path in pathlib.Path(folder).rglob("*.h"):
+    for folder in ("own", "client", "modern", "testkit"):
+        for path in pathlib.Path(folder).rglob("*.h*"):
             if "generator" not in path.parts:
                 copy_filtered(path, target)
     copy_filtered(pathlib.Path("docs/reference/namespace.dox"), target)

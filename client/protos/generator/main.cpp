@@ -33,11 +33,14 @@ void writeFile(const std::string& path, const std::string& text) {
 }
 
 void generate(const std::string& directory, const Vocabulary& vocabulary) {
-    writeFile(directory + "/keywords/numbers.h", numbersText());
-    writeFile(directory + "/protos/protos.h", headerText(vocabulary));
-    for (const CheckedGroup& group : vocabulary.groups)
-        writeFile(directory + "/protos/protos_" + group.name + ".cpp", sourceText(group));
-    writeFile(directory + "/protos/forms.cpp", formsText(vocabulary));
+    const std::string protos = directory + "/client/protos/";
+    writeFile(directory + "/client/keywords/numbers.h", numbersText());
+    writeFile(protos + "protos.h", headerText(vocabulary));
+    for (const CheckedGroup& group : vocabulary.groups) {
+        writeFile(protos + "protos_" + group.name + ".cpp", sourceText(group));
+        writeFile(directory + "/modern/commands/" + group.name + ".h", membersText(group));
+    }
+    writeFile(protos + "forms.cpp", formsText(vocabulary));
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ class VertexMapSymbol;
 /// A function sends its command through the command buffer of a prototyper and has it parsed; what the engine makes of
 /// it is reported by the buffer. It checks nothing, and sends its arguments in the order of the parameters.
 ///
-/// - `protos` is the address of a prototyper's Protos part (Prototyper::protos()), not the prototyper's own. It points
-///   at the word that holds the buffer's address.
+/// - `protos` is the address of a prototyper's Protos part (Prototyper::protos() or a Zant::Proto), not the prototyper's
+///   own. It points at the word that holds the buffer's address. Compilers warn where it is a literal null.
 /// - A name is the command word, the number of parameters after `protos`, "u" where strings are wide, and the keywords.
 /// - A symbol that is not const is declared by the command: it is registered as soon as the command is parsed.
 /// - Every number reaches the engine as a double; above 2^53 an Unsigned64 is rounded to the nearest one.
@@ -40,27 +40,35 @@ class VertexMapSymbol;
 void writeCommand(const CheckedCommand& command, std::string& text) {
     text += "\n/// @name " + command.word + "\n/// @{\n\n";
     for (const CheckedForm& form : command.forms) {
-        text += "/// `" + form.notation + "`\n" + signature(form, false) + ";\n";
-        if (!form.wideFunction.empty()) text += "/// `" + form.notation + "`, wide\n" + signature(form, true) + ";\n";
+        text += "/// `" + form.notation + "`\n" + signature(form, false) + " ZANT_NEEDS_FIRST;\n";
+        if (!form.wideFunction.empty())
+            text += "/// `" + form.notation + "`, wide\n" + signature(form, true) + " ZANT_NEEDS_FIRST;\n";
     }
     text += "/// @}\n";
 }
 
 }  // namespace
 
-std::string signature(const CheckedForm& form, bool wide) {
-    std::string text = "void " + (wide ? form.wideFunction : form.function) + "(void* protos";
-    size_t column = text.size();
-    for (const Token& token : form.tokens) {
-        if (token.isKeyword()) continue;
-        const std::string parameter =
-            std::string(wide && token.is("s") ? "const wchar_t*" : token.kind->type) + " " + token.parameter;
+std::string listed(std::string text, const std::vector<std::string>& items, size_t indent) {
+    size_t column = text.size() - (text.rfind('\n') + 1);
+    for (const std::string& item : items) {
+        const bool isFirst = &item == &items.front();
         // Room for the comma and blank before it, and for what follows the last one: ") {".
-        const bool fits = column + parameter.size() + 5 <= 120;
-        text += (fits ? ", " : ",\n    ") + parameter;
-        column = (fits ? column + 2 : 4) + parameter.size();
+        const bool fits = isFirst || column + item.size() + 5 <= 120;
+        text += (isFirst ? "" : fits ? ", " : ",\n" + std::string(indent, ' ')) + item;
+        column = (isFirst ? column : fits ? column + 2 : indent) + item.size();
     }
     return text + ")";
+}
+
+std::string signature(const CheckedForm& form, bool wide) {
+    std::vector<std::string> parameters = {"void* protos"};
+    for (const Token& token : form.tokens) {
+        if (token.isKeyword()) continue;
+        const std::string type = wide && token.is("s") ? "const wchar_t*" : token.kind->type;
+        parameters.push_back(type + " " + token.parameter);
+    }
+    return listed("void " + (wide ? form.wideFunction : form.function) + "(", parameters, 4);
 }
 
 std::string headerText(const Vocabulary& vocabulary) {

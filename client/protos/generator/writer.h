@@ -7,6 +7,10 @@
 
 namespace Generator {
 
+/// Adds items with commas between them and a bracket at the end, on lines of at most 120 columns.
+/// @param indent of the lines after the first one
+std::string listed(std::string text, const std::vector<std::string>& items, size_t indent);
+
 /// The declaration of a form's function, without the final semicolon.
 std::string signature(const CheckedForm& form, bool wide);
 
@@ -18,6 +22,9 @@ std::string numbersText();
 
 /// The functions of one group.
 std::string sourceText(const CheckedGroup& group);
+
+/// The same functions as members of a scene, for the face <zant/zant.hpp>.
+std::string membersText(const CheckedGroup& group);
 
 /// The tables of allForms() and formsOf().
 std::string formsText(const Vocabulary& vocabulary);
