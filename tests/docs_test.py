@@ -5,6 +5,7 @@ usage: docs_test.py PREFIX
 
 A block is what lies between ``` fences; the first words of its fence say what is done with it:
   cpp         statements of a function that is given `instance`, or a whole program when it has a main
+  cpp scene   statements of a function that is given a zant::session `engine` and a zant::scene `scene`
   cpp plugin  a plug-in, which is rehearsed
   sh          run in a copy of the project's folder, where build/demo holds the installed package
   sh install  run one after another in a copy of the sources, with a home folder of its own
@@ -31,9 +32,10 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 FENCE = re.compile(r"^```([^\n]*)\n(.*?)^```$", re.S | re.M)
 PRELUDE = "#include <atomic>\n#include <cctype>\n#include <cstdio>\n#include <cstring>\n#include <iostream>\n" \
           "#include \"client/host.h\"\n#include \"client/zant.h\"\nusing namespace Zant;\n"
+FACE_PRELUDE = "#include <cstdint>\n#include <cstdio>\n#include <string>\n#include <vector>\n#include <zant/zant.hpp>\n"
 
-
-KINDS = ("sh", "sh install", "console", "cpp", "cpp plugin", "cmake", "cmake subproject", "output", "python", "json")
+KINDS = ("sh", "sh install", "console", "cpp", "cpp scene", "cpp plugin", "cmake", "cmake subproject", "output", "python",
+         "json")
 
 
 class Page:
@@ -69,6 +71,19 @@ def run(command, **options):
     return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=1200, **options)
 
 
+def instance_program(statements):
+    return (PRELUDE + f"static void block(Instance* instance) {{\n(void)instance;\n{statements}}}\n"
+            "int main(int, char** argv) {\n    Library library(argv[1]);\n"
+            "    Instance* instance = library.createInstance();\n    if (!instance) return 3;\n    block(instance);\n"
+            "    library.releaseInstance(instance);\n}\n")
+
+
+def scene_program(statements):
+    return (FACE_PRELUDE + "static void block(zant::session& engine, zant::scene& scene) {\n(void)engine;\n"
+            + statements + "}\nint main(int, char** argv) {\n    zant::session engine(argv[1]);\n    zant::scene scene(engine);\n"
+            "    if (!scene) return 3;\n    block(engine, scene);\n}\n")
+
+
 class Project:
     """The blocks of all pages as one consumer's project."""
 
@@ -80,15 +95,16 @@ class Project:
 
     def add(self, page, line, kind, text):
         name = re.sub(r"\W", "_", f"{page.name}_{line}")
-        whole = kind != "cpp" or "int main(" in text
-        source = text if whole else (
-            PRELUDE + f"static void block(Instance* instance) {{\n(void)instance;\n#line {line + 1} \"{page.name}\"\n"
-            + text + "}\nint main(int, char** argv) {\n    Library library(argv[1]);\n"
-            "    Instance* instance = library.createInstance();\n    if (!instance) return 3;\n    block(instance);\n"
-            "    library.releaseInstance(instance);\n}\n")
+        statements = f"#line {line + 1} \"{page.name}\"\n{text}"
+        if kind == "cpp scene":
+            source = scene_program(statements)
+        elif kind == "cpp" and "int main(" not in text:
+            source = instance_program(statements)
+        else:
+            source = text
         (self.folder / f"{name}.cpp").write_text(source)
         command = f"add_library({name} MODULE" if kind == "cpp plugin" else f"add_executable({name}"
-        library = "Zant::testkit" if "testkit/" in source else "Zant::client"
+        library = "Zant::testkit" if "testkit/" in source else "Zant::modern"
         self.lists += [f"{command} {name}.cpp)", f"target_link_libraries({name} PRIVATE {library})"]
         if kind == "cpp plugin":
             self.lists.append(f"set_target_properties({name} PROPERTIES CXX_VISIBILITY_PRESET hidden)")
@@ -231,9 +247,11 @@ def walk(value, visit):
 
 def run_plugin(page, line, target, program):
     module = target.with_name("lib" + target.name + ".so")
-    exported = run(["nm", "-D", "--defined-only", module]).stdout.split()[2::3]
+    # Each has an address, a kind and a name. One of the kind u keeps the plug-in's file open.
+    exported = [line.split()[1:] for line in run(["nm", "-D", "--defined-only", module]).stdout.splitlines()]
     # Templates of the C++ run-time library are exported whatever a plug-in asks for: without optimisation they are there.
-    others = [symbol for symbol in exported if not re.match(r"zantPlugin|_Z(NK?|TI|TS|TV)St", symbol)]
+    others = [name for kind, name in exported
+              if kind == "u" or not re.match(r"zantPlugin|_Z(Z?NK?|TI|TS|TV)?(St|9__gnu_cxx)", name)]
     if not exported or others:
         fail(page, line, f"the plug-in exports {others}")
     result = run([program, "rehearse", module])
@@ -266,7 +284,7 @@ def run_blocks(page, project, stage, newcomer, prefix, counts):
             stage.console(page, line, text)
         elif kind == "cpp plugin":
             run_plugin(page, line, target, program)
-        elif kind == "cpp":
+        elif kind in ("cpp", "cpp scene"):
             printed = run_cpp(page, line, text, target, program)
         elif kind == "output" and text not in printed:
             fail(page, line, f"expected\n{text}\nprinted\n{printed}")
@@ -284,7 +302,7 @@ def main():
         page.take_unrun()
         check_commands(page, prefix / "bin" / "zant")
         for kind, text, line in page.blocks:
-            if kind in ("cpp", "cpp plugin"):
+            if kind in ("cpp", "cpp scene", "cpp plugin"):
                 project.add(page, line, kind, text)
             elif kind == "cmake":
                 project.add_cmake(text)
