@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("own", "client", "description", "testkit", "language", "engines", "app", "examples")
+FOLDERS = ("own", "client", "modern", "description", "testkit", "language", "engines", "app", "examples")
 SPECIAL = re.compile(r"__builtin_|__attribute__|\[\[(gnu|clang)::|\basm\b|\b_mm_|\b__m128|mmintrin|arm_neon|__int128|"
                      r"#pragma GCC|_Pragma|__GNUC__|__SSE2__|__x86_64__|__aarch64__")
 ASKS = re.compile(r"#if(def)?\b.*\bZANT_[A-Z0-9_]+_(CODE|SUMS)\b")

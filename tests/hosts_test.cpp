@@ -209,6 +209,18 @@ TEST(Hosts, MayUseADecimalComma) {
     });
 }
 
+TEST(Hosts, AreLeftByAPluginWithEveryPartOfTheModernFace) {
+    const Seen seen = runHost([] {
+        for (int round = 0; round < 2; ++round) {
+            const Plugin plugin("plugin_modern", RTLD_GLOBAL);
+            plugin.start(), plugin.work(), plugin.work(), plugin.stop(), plugin.close();
+        }
+    });
+    for (const char* sent : {"surface a_x20red_x20one,color;", "run", "mesh quad;", "surface black,black;"})
+        EXPECT_NE(seen.commands.find(sent), std::string::npos) << seen.commands;
+    EXPECT_EQ(seen.complaints, "");
+}
+
 TEST(Hosts, SeeAMistakeOfTheirPlugins) {
     const Environment environment{{"ZANT_TEST_MISTAKE", "after-release"}};
     const Seen seen = runHost([] {
