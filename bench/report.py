@@ -10,6 +10,7 @@ from chart import chart
 SUBJECTS = {
     "commands": "Whole commands, as text and as binary blocks",
     "engine": "The boundary with the engine",
+    "modern": "zant.hpp beside the typed functions",
     "language": "Reading the command language",
     "numbers": "The text of numbers",
     "pixels": "Copies between pixel formats",
