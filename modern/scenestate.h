@@ -225,8 +225,10 @@ private:
         return false;
     }
 
+    /// All of them, unless one is refused and stops the scene again.
     void delete_waiting() {
-        while (object* const first = waiting_) {
+        while (waiting_ && (is_open || !has_instance())) {
+            object* const first = waiting_;
             waiting_ = first->next;
             delete_now(first);
         }
