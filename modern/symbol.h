@@ -63,7 +63,8 @@ public:
     /// Takes an object that the engine has by this name already. It is deleted with the symbol.
     bool link() {
         if (!object_) return false;
-        return state()->perform("link", [this] { object_->symbol->registerSymbol(); }) && require_declared("link");
+        return state()->perform("symbol::link", [this] { object_->symbol->registerSymbol(); }) &&
+               require_declared("symbol::link");
     }
 
 protected:

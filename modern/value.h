@@ -69,23 +69,24 @@ public:
     bool declare() {
         static_assert(!std::is_same_v<Type, coord_sys>, "a command of the scene declares it; then link() it");
         if (!*this) return false;
-        return state()->perform("declare", [this] { here().registerSymbol(); }) && require_declared("declare");
+        return state()->perform("value::declare", [this] { here().registerSymbol(); }) &&
+               require_declared("value::declare");
     }
 
     /// @return whether the engine has taken the value
     bool set(const Type& content) {
-        if (!require_declared("set")) return false;
+        if (!require_declared("value::set")) return false;
         int answer = 0;
         const auto write = [&] { answer = here().directSet(kind::to(content)); };
-        if (!state()->perform("set", write)) return false;
-        return answer != 0 || state()->refuse("set", "the engine has not taken the value");
+        if (!state()->perform("value::set", write)) return false;
+        return answer != 0 || state()->refuse("value::set", "the engine has not taken the value");
     }
 
     /// @return the value, or none, and then the failure is one of the scene's
     std::optional<Type> get() const {
-        if (!require_declared("get")) return {};
+        if (!require_declared("value::get")) return {};
         typename kind::record record;
-        if (!state()->perform("get", [&] { here().directGet(record); })) return {};
+        if (!state()->perform("value::get", [&] { here().directGet(record); })) return {};
         return kind::from(record);
     }
 

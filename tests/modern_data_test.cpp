@@ -26,10 +26,10 @@ template <class Type>
 void expectKept(scene& stage, const Type& content, const std::function<bool(const Type&, const Type&)>& isSame) {
     value<Type> kept(stage, "kept");
     EXPECT_FALSE(kept.set(content));
-    EXPECT_EQ(said(stage), "set failed: kept has not been declared");
+    EXPECT_EQ(said(stage), "value::set failed: kept has not been declared");
     stage.clear();
     EXPECT_FALSE(kept.get());
-    EXPECT_EQ(said(stage), "get failed: kept has not been declared");
+    EXPECT_EQ(said(stage), "value::get failed: kept has not been declared");
     stage.clear();
     if constexpr (std::is_same_v<Type, coord_sys>) {
         stage.run("coordSys kept;");
@@ -73,7 +73,7 @@ TEST(ModernValues, OfAnotherTypeAreRefused) {
     EXPECT_EQ(word.get(), "a");
     value<double> missing(studio.stage, "missing");
     EXPECT_FALSE(missing.link());
-    EXPECT_EQ(said(studio.stage), "link failed: missing has not been declared");
+    EXPECT_EQ(said(studio.stage), "symbol::link failed: missing has not been declared");
 }
 
 template <class Number>
