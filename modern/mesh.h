@@ -118,7 +118,7 @@ private:
         }
         if (!is_ready()) return false;
         bool all = true;
-        for (std::size_t polygon = 0; polygon < count && (all || state()->is_open); ++polygon) {
+        for (std::size_t polygon = 0; polygon < count && (all || state()->is_open()); ++polygon) {
             const std::size_t begin = first(polygon), end = first(polygon + 1);
             const numbers corners(std::data(indices) + begin, end - begin);
             all &= detail::send(state(), "meshAddPoly3", ::meshAddPoly3, *this, tag(tags, polygon), corners);

@@ -57,7 +57,7 @@ public:
     // ---- Failures ----
 
     /// Whether commands are held back, because one has failed or the scene has ended.
-    bool failed() const { return !state_ || !state_->is_open; }
+    bool failed() const { return !state_ || !state_->is_open(); }
     /// The first failure since clear(), or null. It stays until clear().
     const failure* first_failure() const { return state_ ? state_->first_failure() : nullptr; }
     /// The first failure, for people, or that the scene has ended; empty when neither is so.
@@ -150,7 +150,7 @@ public:
         state_->hold();
         outer_ = state_->mode();
         failures_before_ = state_->failures_ever();
-        was_open_ = state_->is_open;
+        was_open_ = state_->is_open();
         state_->set_mode(mode);
     }
     scope(const scope&) = delete;
@@ -158,7 +158,7 @@ public:
     ~scope() {
         if (!state_) return;
         state_->set_mode(outer_);
-        if (was_open_ && !state_->is_open && outer_ == zant::on_failure::go_on) state_->reopen();
+        if (was_open_ && !state_->is_open() && outer_ == zant::on_failure::go_on) state_->reopen();
         state_->let_go();
     }
 

@@ -33,16 +33,15 @@ ZANT_BEGIN_UNDELETED
 class scene_listener final : public Zant::BounceBackListener {
 public:
     scene_callbacks callbacks;
+    Zant::Counter gate{closed};  // what a command looks at first: bits, none of them while nothing is to be done
 
-    /// The lines that follow belong to the next command.
-    void begin_command() {
-        if (has_lines_.get() != 0) take_lines();
-    }
+    static constexpr unsigned closed = 1;   // the scene sends nothing
+    static constexpr unsigned written = 2;  // there are lines of an earlier command
 
-    /// @return the lines since begin_command()
+    /// @return the lines since this was called last
     ZANT_COLD std::string take_lines() {
         Zant::MutexLocker lock(mutex_);
-        has_lines_.set(0);
+        gate.clearBits(written);
         return std::exchange(lines_, {});
     }
 
@@ -154,12 +153,11 @@ private:
     void keep(const std::string& line) {
         Zant::MutexLocker lock(mutex_);
         if (lines_.size() > most_kept) return;
-        if (has_lines_.get() != 0) lines_ += '\n';
+        if ((gate.get() & written) != 0) lines_ += '\n';
         lines_ += line;
-        has_lines_.set(1);
+        gate.setBits(written);
     }
 
-    Zant::Counter has_lines_{0};  // so that a command after one without lines takes no mutex
     std::string lines_;
     Zant::Mutex mutex_;
 };

@@ -71,7 +71,6 @@ struct object {
 class scene_state {
 public:
     Zant::ProtoBase protos;  // what the typed functions are given
-    bool is_open = false;    // whether commands are sent: nothing has failed, and the instance lives
     scene_listener listener;
     Zant::ResizableBuffer scratch;           // of the command that is being written
     scene_state* next_of_session = nullptr;  // the session's, which holds it
@@ -80,7 +79,7 @@ public:
         : handler_(std::move(handler)), encoding_(commands) {
         instance_ = session.createInstance(listener);
         protos.buffer = encoding_.make_(instance());
-        is_open = has_instance();
+        set_open(has_instance());
     }
     scene_state(const scene_state&) = delete;
     scene_state& operator=(const scene_state&) = delete;
@@ -89,22 +88,24 @@ public:
     Zant::Instance* instance() const { return instance_.get(); }
     bool has_instance() const { return static_cast<bool>(instance_); }
 
+    /// Whether commands are sent: nothing has failed, and the instance lives.
+    bool is_open() const { return (listener.gate.get() & scene_listener::closed) == 0; }
+
     // ---- One command ----
 
     /// Runs an operation that writes commands.
     /// @return whether all of them were accepted
     template <class Operation>
     bool perform(const char* command, const Operation& operation) {
-        if (!is_open) return refuse(command);
-        listener.begin_command();
+        if (listener.gate.get() != 0 && !begin(command)) return false;
         write(operation);
         return buffer().errorCode == 0 || fail(command);
     }
 
     /// A command that cannot be sent, for this reason or because the scene is not open.
     ZANT_COLD bool refuse(const char* command, std::string_view reason = {}) {
-        if (!is_open && failures_ != 0) return skip(command);
-        return fail({command, 0, std::string(is_open ? reason : "the scene has ended")});
+        if (!is_open() && failures_ != 0) return skip(command);
+        return fail({command, 0, std::string(is_open() ? reason : "the scene has ended")});
     }
 
     // ---- What has failed ----
@@ -126,8 +127,8 @@ public:
     ZANT_COLD void reopen() {
         discard();
         buffer().error(0);
-        is_open = has_instance();
-        if (is_open) delete_waiting();
+        set_open(has_instance());
+        if (is_open()) delete_waiting();
     }
 
     ZANT_COLD void clear() {
@@ -143,7 +144,7 @@ public:
         ++failures_ever_;
         discard();
         if (mode_ == on_failure::stop) {
-            is_open = false;
+            set_open(false);
         } else {
             buffer().error(0);
         }
@@ -161,7 +162,7 @@ public:
 
     /// Ends the instance, and with it the objects of the engine. The symbols that are left over are empty.
     ZANT_COLD void end() {
-        is_open = false;
+        set_open(false);
         instance_.reset();
         delete_waiting();
         listener.callbacks = {};
@@ -169,7 +170,7 @@ public:
 
     /// Deletes an object of the engine, now or as soon as the failure that stops the scene is cleared.
     ZANT_COLD void drop(object* dropped) {
-        if (has_instance() && !is_open) {
+        if (has_instance() && !is_open()) {
             dropped->next = std::exchange(waiting_, dropped);
         } else {
             delete_now(dropped);
@@ -179,6 +180,17 @@ public:
 private:
     ~scene_state() { delete protos.buffer; }
     ZANT_COLD void destroy() { delete this; }
+
+    void set_open(bool is_open) {
+        is_open ? listener.gate.clearBits(scene_listener::closed) : listener.gate.setBits(scene_listener::closed);
+    }
+
+    /// What is to be done before a command when the gate says so. @return whether the command is sent
+    ZANT_COLD bool begin(const char* command) {
+        if (!is_open()) return refuse(command);
+        listener.take_lines();
+        return true;
+    }
 
     /// A command that an exception ends is dropped.
     template <class Operation>
@@ -197,7 +209,7 @@ private:
 
     /// The engine's refusal. When a callback's command has failed during this one, that is the failure.
     ZANT_COLD bool fail(const char* command) {
-        return is_open && fail({command, buffer().errorCode, listener.take_lines()});
+        return is_open() && fail({command, buffer().errorCode, listener.take_lines()});
     }
 
     /// The handler may set another one, and end the scene and its session: it and the state stay until it returns. It
@@ -227,7 +239,7 @@ private:
 
     /// All of them, unless one is refused and stops the scene again.
     void delete_waiting() {
-        while (waiting_ && (is_open || !has_instance())) {
+        while (waiting_ && (is_open() || !has_instance())) {
             object* const first = waiting_;
             waiting_ = first->next;
             delete_now(first);
@@ -239,7 +251,7 @@ private:
     ZANT_COLD void delete_now(object* dropped) {
         const bool is_sent = has_instance();
         if (is_sent) {
-            listener.begin_command();
+            listener.take_lines();
         } else {
             dropped->symbol->registered = 0;
         }

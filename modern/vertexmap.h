@@ -91,7 +91,7 @@ private:
     bool move(const char* command, const rows<Number>& host, std::size_t first_row, int sample,
               const Copy& copy) const {
         if (!require_declared(command)) return false;
-        if (!state()->is_open) return state()->refuse(command);
+        if (!state()->is_open()) return state()->refuse(command);
         here().refreshDirectLink();
         const Zant::VertexMapInfo* const map = here().direct();
         if (!map) return state()->refuse(command, "the engine shows no memory of the map");
