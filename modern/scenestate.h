@@ -23,25 +23,32 @@ class scene_state;
 class encoding {
 public:
     /// Blocks, which are fastest.
-    static constexpr encoding binary() { return of<Zant::CommandBinaryBuffer>(); }
+    static encoding binary() { return of<Zant::CommandBinaryBuffer>(); }
     /// Text with numbers for keywords.
-    static constexpr encoding quick_text() { return of<Zant::CommandQuickTextBuffer>(); }
+    static encoding quick_text() { return of<Zant::CommandQuickTextBuffer>(); }
     /// Text that people can read.
-    static constexpr encoding text() { return of<Zant::CommandTextBuffer>(); }
+    static encoding text() { return of<Zant::CommandTextBuffer>(); }
 
-    friend constexpr bool operator==(const encoding& a, const encoding& b) { return a.make_ == b.make_; }
-    friend constexpr bool operator!=(const encoding& a, const encoding& b) { return !(a == b); }
+    friend bool operator==(const encoding& a, const encoding& b) { return a.make_ == b.make_; }
+    friend bool operator!=(const encoding& a, const encoding& b) { return !(a == b); }
 
 private:
     friend class detail::scene_state;
 
     template <class Buffer>
-    static constexpr encoding of() {
-        return {[](Zant::Instance* instance) -> Zant::CommandBuffer* { return new Buffer(instance); },
-                [](Zant::CommandBuffer& buffer) { static_cast<Buffer&>(buffer).discard(); }};
+    static Zant::CommandBuffer* make_one(Zant::Instance* instance) {
+        return new Buffer(instance);
+    }
+    template <class Buffer>
+    static void discard_of(Zant::CommandBuffer& buffer) {
+        static_cast<Buffer&>(buffer).discard();
+    }
+    template <class Buffer>
+    static encoding of() {
+        return {make_one<Buffer>, discard_of<Buffer>};
     }
 
-    constexpr encoding(Zant::CommandBuffer* (*make)(Zant::Instance*), void (*discard)(Zant::CommandBuffer&))
+    encoding(Zant::CommandBuffer* (*make)(Zant::Instance*), void (*discard)(Zant::CommandBuffer&))
         : make_(make), discard_(discard) {}
 
     Zant::CommandBuffer* (*make_)(Zant::Instance*);

@@ -48,7 +48,8 @@ private:
     Zant::ParserFunctionsVtable table_;
     Texts sent_;
 };
-constexpr encoding encodings[] = {encoding::binary(), encoding::quick_text(), encoding::text()};
+
+const encoding encodings[] = {encoding::binary(), encoding::quick_text(), encoding::text()};
 
 /// A scene of an engine of its own, whose lines of text it collects.
 struct Studio {
