@@ -2,7 +2,7 @@
 #define ZANT_MODERN_FAILURE_H
 
 #include <cstdio>
-#include <exception>
+#include <new>  // std::exception, for less than <exception> costs to include
 #include <string>
 #include <utility>
 

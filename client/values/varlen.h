@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 #include "client/values/axes.h"
 #include "client/values/coordsys.h"
@@ -16,8 +16,8 @@ class Symbol;
 
 /// A list argument: a number of consecutive items, which stay the caller's and must outlive the list.
 ///
-/// Whole arrays and std::vectors convert to a list of their items, so that they can be passed as they are. A class
-/// derived from the item type does not convert, even where its pointer would: it may have another size.
+/// Whole arrays, std::vectors and their kin convert to a list of their items, so that they can be passed as they are. A
+/// class derived from the item type does not convert, even where its pointer would: it may have another size.
 ///
 /// Threads: a plain record, used on the thread of the buffer that it is passed to; its items do not change meanwhile.
 template <typename T>
@@ -36,8 +36,8 @@ public:
     template <typename Item, size_t Number, typename = IfItem<Item>>
     constexpr VarLenTemplate(const Item (&array)[Number]) : count(Number), items(array) {}
 
-    template <typename Item, typename Allocator, typename = IfItem<Item>>
-    VarLenTemplate(const std::vector<Item, Allocator>& vector) : count(vector.size()), items(vector.data()) {}
+    template <typename Range, typename = IfItem<std::remove_pointer_t<decltype(std::declval<const Range&>().data())>>>
+    VarLenTemplate(const Range& range) : count(range.size()), items(range.data()) {}
 };
 
 using VarLenDouble = VarLenTemplate<Double>;
