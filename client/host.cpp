@@ -166,6 +166,11 @@ std::string moduleDirectory(const void* address) {
     return file.substr(0, file.find_last_of("/\\") + 1);
 }
 
+std::string withSeparator(const std::string& directory) {
+    const bool hasOne = directory.empty() || directory.back() == '/' || directory.back() == '\\';
+    return hasOne ? directory : directory + '/';
+}
+
 std::string utf8(const char16_t* text) {
     const UTF8EncoderBuffer<char16_t> converted(text);
     return converted.data ? converted.data : std::string();

@@ -120,6 +120,9 @@ private:
 /// @return an empty text when the platform does not know the address
 std::string moduleDirectory(const void* address);
 
+/// A directory with its final separator: it is added where it lacks. An empty text stays empty.
+std::string withSeparator(const std::string& directory);
+
 /// UTF-8 of a UTF-16 text, with surrogates paired; for the commands that take narrow strings.
 std::string utf8(const char16_t* text);
 

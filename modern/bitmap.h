@@ -116,8 +116,7 @@ private:
 
     template <class Pixels, class Copy>
     bool move(const char* command, const Pixels& host, const Copy& copy) const {
-        if (!require_declared(command)) return false;
-        if (!state()->is_open()) return state()->refuse(command);
+        if (!require_open(command)) return false;
         if (!link()) return state()->refuse(command, "the engine shows no pixels of the bitmap");
         const Zant::Bitmap& own = here().bitmap;
         if (host.width() < 0 || host.height() < 0 || host.width() > own.width || host.height() > own.height)

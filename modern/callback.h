@@ -13,7 +13,7 @@ class callback;
 
 /// Owns a function object, which need not be copyable; empty by default. It can be moved.
 ///
-/// Beside std::function it leaves out what nobody needs here: its header is a third of what the face costs to include.
+/// Beside std::function it leaves out what nobody needs here: its header would be a quarter of what the face costs.
 template <class Result, class... Arguments>
 class callback<Result(Arguments...)> {
     template <class Function>

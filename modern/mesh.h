@@ -34,10 +34,8 @@ public:
 
     /// Makes an empty mesh in the engine; points() does it when it has not been done.
     bool declare() {
-        if (!*this) return false;
         maps_.clear();
-        return state()->perform("mesh::declare", [this] { here().registerSymbol(); }) &&
-               require_declared("mesh::declare");
+        return declare_by("mesh::declare", [this] { here().registerSymbol(); });
     }
 
     /// Takes the points from a map, which outlives the mesh.
@@ -70,8 +68,8 @@ public:
         });
     }
 
-    /// Polygons of different sizes: polygon k has the points from indices[offsets[k]] to before indices[offsets[k +
-    /// 1]], so there is one offset more than there are polygons.
+    /// Polygons of different sizes: the points of polygon k are the indices from offsets[k] to before offsets[k + 1],
+    /// so there is one offset more than there are polygons.
     /// @param tags a number for all, or a range with one for each; they pick the surfaces
     template <class Offsets, class Indices, class Tags = int>
     bool polygons(const Offsets& offsets, const Indices& indices, const Tags& tags = 0) {

@@ -45,6 +45,11 @@ public:
         return std::exchange(lines_, {});
     }
 
+    /// Forgets the lines that no command has taken.
+    void drop_lines() {
+        if ((gate.get() & written) != 0) take_lines();
+    }
+
     void activate(Zant::Instance* active) override {
         mutex_.init(active->library->vtables.mt);
         BounceBackListener::activate(active);

@@ -30,7 +30,6 @@ public:
     static encoding text() { return of<Zant::CommandTextBuffer>(); }
 
     friend bool operator==(const encoding& a, const encoding& b) { return a.make_ == b.make_; }
-    friend bool operator!=(const encoding& a, const encoding& b) { return !(a == b); }
 
 private:
     friend class detail::scene_state;
@@ -195,7 +194,7 @@ private:
     /// What is to be done before a command when the gate says so. @return whether the command is sent
     ZANT_COLD bool begin(const char* command) {
         if (!is_open()) return refuse(command);
-        listener.take_lines();
+        listener.drop_lines();
         return true;
     }
 
@@ -257,14 +256,15 @@ private:
     /// not told: destructors come here.
     ZANT_COLD void delete_now(object* dropped) {
         const bool is_sent = has_instance();
-        if (is_sent) {
-            listener.take_lines();
-        } else {
-            dropped->symbol->registered = 0;
-        }
+        if (!is_sent) dropped->symbol->registered = 0;
+        listener.drop_lines();
         hold();  // the object may be the last holder
         delete dropped;
-        if (is_sent && buffer().errorCode != 0) fail({"delete", buffer().errorCode, listener.take_lines()}, false);
+        if (!is_sent) {
+            discard();  // of a scene that never had an instance, whose symbols write all the same
+        } else if (buffer().errorCode != 0) {
+            fail({"delete", buffer().errorCode, listener.take_lines()}, false);
+        }
         let_go();
     }
 

@@ -20,8 +20,7 @@ class session {
 public:
     /// Loads the engine of a directory; an empty one, or null, leaves the search to the platform.
     explicit session(const char* directory) : session(std::string(directory ? directory : "")) {}
-    explicit session(const std::string& directory = {})
-        : shared_(new shared(directory.empty() ? directory : with_separator(directory))) {}
+    explicit session(const std::string& directory = {}) : shared_(new shared(Zant::withSeparator(directory))) {}
     session(session&& other) noexcept : shared_(std::exchange(other.shared_, nullptr)) {}
     session& operator=(session&& other) noexcept {
         session taken(std::move(other));
@@ -61,11 +60,6 @@ private:
 
         explicit shared(const std::string& directory) : engine(directory.empty() ? nullptr : directory.c_str()) {}
     };
-
-    static std::string with_separator(const std::string& directory) {
-        const bool has_one = directory.back() == '/' || directory.back() == '\\';
-        return has_one ? directory : directory + '/';
-    }
 
     ZANT_COLD detail::scene_state* make_scene(encoding commands, failure_handler handler) {
         let_go_of_ended();

@@ -62,9 +62,7 @@ public:
 
     /// Takes an object that the engine has by this name already. It is deleted with the symbol.
     bool link() {
-        if (!object_) return false;
-        return state()->perform("symbol::link", [this] { object_->symbol->registerSymbol(); }) &&
-               require_declared("symbol::link");
+        return declare_by("symbol::link", [this] { object_->symbol->registerSymbol(); });
     }
 
 protected:
@@ -83,9 +81,21 @@ protected:
 
     detail::scene_state* state() const { return object_->scene; }
 
+    /// Runs what declares or finds the object in the engine.
+    /// @return whether the engine knows it now
+    template <class Operation>
+    bool declare_by(const char* command, const Operation& operation) const {
+        return object_ && state()->perform(command, operation) && require_declared(command);
+    }
+
     bool require_declared(const char* command) const {
         if (!object_) return false;
         return is_declared() || state()->refuse(command, object_->text + " has not been declared");
+    }
+
+    /// The same for what goes past the commands, and is held back like them.
+    bool require_open(const char* command) const {
+        return require_declared(command) && (state()->is_open() || state()->refuse(command));
     }
 
 private:

@@ -68,9 +68,7 @@ public:
     /// Sends the command that declares the value. Coordinate systems have none: link() them.
     bool declare() {
         static_assert(!std::is_same_v<Type, coord_sys>, "a command of the scene declares it; then link() it");
-        if (!*this) return false;
-        return state()->perform("value::declare", [this] { here().registerSymbol(); }) &&
-               require_declared("value::declare");
+        return this->declare_by("value::declare", [this] { here().registerSymbol(); });
     }
 
     /// @return whether the engine has taken the value

@@ -56,9 +56,7 @@ public:
 
     /// Makes the map in the engine, with this many rows; a map of 0 rows grows by command.
     bool declare(int dimension, std::size_t size, int samples = 1) {
-        if (!*this) return false;
-        const auto create = [&] { here().registerSymbol(dimension, size, samples); };
-        return state()->perform("vertex_map::declare", create) && require_declared("vertex_map::declare");
+        return declare_by("vertex_map::declare", [&] { here().registerSymbol(dimension, size, samples); });
     }
 
     /// Writes rows straight into the engine's memory, from the first row on. Their width is the dimension of the map.
@@ -90,8 +88,7 @@ private:
     template <class Number, class Copy>
     bool move(const char* command, const rows<Number>& host, std::size_t first_row, int sample,
               const Copy& copy) const {
-        if (!require_declared(command)) return false;
-        if (!state()->is_open()) return state()->refuse(command);
+        if (!require_open(command)) return false;
         here().refreshDirectLink();
         const Zant::VertexMapInfo* const map = here().direct();
         if (!map) return state()->refuse(command, "the engine shows no memory of the map");

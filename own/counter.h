@@ -12,7 +12,7 @@ namespace Zant {
 #ifdef ZANT_GNU_CODE
 
 /// A number that several threads count with, or whose bits they set, in a header of few lines: that of the standard
-/// library is a tenth of what including the face costs.
+/// library would be a twelfth of what a group of commands costs to include.
 class Counter {
 public:
     explicit Counter(unsigned start) : count_(start) {}

@@ -3,22 +3,24 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "client/host.h"
+
 namespace Zant::Testkit {
 namespace {
 
 bool logInUse = false;
 
-std::string withFinalSeparator(const std::string& directory) {
+std::string existing(const std::string& directory) {
     if (!std::filesystem::is_directory(directory)) {
         throw std::runtime_error("no folder of the loopback engine at \"" + directory + "\"");
     }
-    return directory.back() == '/' ? directory : directory + '/';
+    return directory;
 }
 
 }  // namespace
 
 CommandLog::CommandLog(const std::string& engineDirectory)
-    : directory_(withFinalSeparator(engineDirectory)),
+    : directory_(withSeparator(existing(engineDirectory))),
       file_(folder_.name() + "/transcript.zant"),
       variable_("ZANT_LOOPBACK_TRANSCRIPT", file_),
       numbers_("ZANT_LOOPBACK_NUMBERS", "client") {

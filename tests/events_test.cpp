@@ -7,17 +7,7 @@
 #include "client/listeners/dispatch.h"
 #include "client/listeners/linkedlisteners.h"
 #include "enginetest.h"
-
-// Laid out by the engine; here with something to tell them apart by.
-struct _ZantEventWindow {
-    int number;
-};
-struct _ZantEventPixelTable {
-    int number;
-};
-struct _ZantEventPixelRectangle {
-    int number;
-};
+#include "eventrecords.h"
 
 using namespace Zant;
 

@@ -43,6 +43,13 @@ void end(std::optional<Thing>& thing, Way way) {
     }
 }
 
+/// Ends the one of the things that is asked for.
+template <class... Things>
+void endOf(std::size_t which, Way way, std::optional<Things>&... things) {
+    std::size_t place = 0;
+    ((place++ == which ? end(things, way) : void()), ...);
+}
+
 /// One of each, some of them twice.
 class Cast {
 public:
@@ -70,32 +77,8 @@ public:
     }
 
     void endOne(std::size_t which, Way way) {
-        switch (which) {
-            case 0:
-                return end(engine, way);
-            case 1:
-                return end(secondEngine, way);
-            case 2:
-                return end(stage, way);
-            case 3:
-                return end(secondStage, way);
-            case 4:
-                return end(red, way);
-            case 5:
-                return end(second, way);
-            case 6:
-                return end(number, way);
-            case 7:
-                return end(shape, way);
-            case 8:
-                return end(picture, way);
-            case 9:
-                return end(map, way);
-            case 10:
-                return group.reset();
-            default:
-                return end(late, way);
-        }
+        endOf(which, way, engine, secondEngine, stage, secondStage, red, second, number, shape, picture, map, late);
+        if (which == size - 1) group.reset();
     }
 
     /// Uses what there is.

@@ -4,18 +4,8 @@
 #include <optional>
 #include <random>
 
+#include "eventrecords.h"
 #include "modernstudio.h"
-
-// Laid out by the engine; here with something to tell them apart by.
-struct _ZantEventWindow {
-    int number;
-};
-struct _ZantEventPixelTable {
-    int number;
-};
-struct _ZantEventPixelRectangle {
-    int number;
-};
 
 namespace zant::tests {
 namespace {
