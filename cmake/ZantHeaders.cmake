@@ -17,10 +17,10 @@ list(JOIN ZANT_INTERNAL_HEADERS "|" internal)
 list(FILTER headers EXCLUDE REGEX "/generator/|^own/(${internal})[.]h")
 
 list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
-if(TARGET loopback)
-    list(APPEND headers loopback/rayrecords.h)  # for hosts that write rays in their tests
-    list(APPEND sources ${PROJECT_SOURCE_DIR}/engines/loopback/rayrecords.h)
-endif()
+foreach(record eventrecords rayrecords)  # for listeners of windows, and for hosts that cast rays
+    list(APPEND headers engines/${record}.h)
+    list(APPEND sources ${PROJECT_SOURCE_DIR}/engines/records/${record}.h)
+endforeach()
 list(APPEND headers client/protos/protos.h zant.h zant.hpp)
 list(APPEND sources ${PROJECT_BINARY_DIR}/generated/client/protos/protos.h ${PROJECT_SOURCE_DIR}/cmake/zant.h
     ${PROJECT_SOURCE_DIR}/modern/zant.hpp)

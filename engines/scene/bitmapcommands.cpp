@@ -14,13 +14,8 @@ Outcome refusedSize(const Vector& size) {
             "a bitmap cannot have the size " + numberText(size.values[0]) + " x " + numberText(size.values[1]), 2};
 }
 
-// Sizes outside of every limit stay outside when they become ints.
-int sideOf(double side) {
-    return side >= 0 && side <= Pixels::largestSide ? static_cast<int>(side) : -1;
-}
-
 bool resize(Pixels& pixels, const Vector& size) {
-    return size.count >= 2 && pixels.resize(sideOf(size.values[0]), sideOf(size.values[1]));
+    return size.count >= 2 && pixels.resize(Pixels::sideOf(size.values[0]), Pixels::sideOf(size.values[1]));
 }
 
 Outcome declareCopy(Execution& execution, _ZantPixelFormat format, const Pixels& source) {
@@ -92,7 +87,7 @@ Outcome draw(const DrawingRow& row, Execution& execution) {
     return {};
 }
 
-// Operations that need files, views or a display are taken and do nothing.
+// Operations that need files or views are taken and do nothing.
 Outcome operateOnBitmap(Execution& execution) {
     for (const DrawingRow& row : drawings) {
         if (execution.isKeyword(1, row.word)) return draw(row, execution);
@@ -101,6 +96,7 @@ Outcome operateOnBitmap(Execution& execution) {
     if (execution.isKeyword(1, "resize")) {
         return resize(execution.pixels(0), execution.vector(2)) ? Outcome{} : refusedSize(execution.vector(2));
     }
+    if (execution.isKeyword(1, "show")) return showBitmap(execution);
     execution.hasEffect = false;
     return {};
 }

@@ -19,7 +19,8 @@ enum Code {
     OutOfMemory = 7,    ///< there is no memory for what the command asks for
     Injected = 8,       ///< the fault that the environment asked for
     DeadContext = 9,    ///< the parser context belongs to no living instance, or the mode is none
-    NotRecorded = 10    ///< the command was carried out and could not be written to the transcript
+    NotRecorded = 10,   ///< the command was carried out and could not be written to the transcript
+    Busy = 11           ///< a picture is in the making, and the command is about another one
 };
 
 /// What became of a command.

@@ -5,16 +5,25 @@
 namespace Zant::Engine {
 namespace {
 
-// By number of the command word. Without a destructor: hosts may still send commands while their process exits.
+// By number of the command word; the same for all scenes of a process. Without a destructor: hosts may still send
+// commands while their process exits.
 struct Handlers {
     static constexpr size_t room = 256;
     Handler byNumber[room] = {};
 
-    Handlers() {
-        for (const HandlerRow* table : {valueHandlers, bitmapHandlers, geometryHandlers, controlHandlers}) {
-            for (const HandlerRow* row = table; row->word; ++row)
-                byNumber[commandNumber(row->word)] = row->handler;
-        }
+    explicit Handlers(const Profile& profile) {
+        for (const HandlerRow* table :
+             {valueHandlers, bitmapHandlers, geometryHandlers, viewHandlers, controlHandlers, renderHandlers})
+            add(table);
+        // Scenes that nobody sees would only grow.
+        if (!profile.createTracer) return;
+        for (const HandlerRow* table : {shapeHandlers, lookHandlers, rayHandlers})
+            add(table);
+    }
+
+    void add(const HandlerRow* table) {
+        for (const HandlerRow* row = table; row->word; ++row)
+            byNumber[commandNumber(row->word)] = row->handler;
     }
 };
 
@@ -44,28 +53,41 @@ Outcome checkPlace(const Execution& execution, size_t place) {
     }
 }
 
-void declareAll(Execution& execution) {
-    const Form& form = *execution.command.form;
-    execution.hasEffect = false;
-    for (size_t place = 0; place < form.tokenCount; ++place) {
-        if (form.tokens[place].kind != ArgumentKind::NewSymbol) continue;
-        const Opaque content{execution.writer.write(execution.command)};
-        execution.objects.declare<Opaque>(execution.text(place), form.command, content);
-        execution.hasEffect = true;
+Opaque lookOf(const Execution& execution) {
+    Opaque look{execution.writer.write(execution.command)};
+    for (size_t place = 1; place < execution.places(); ++place) {
+        const Value& value = execution.command.values()[place];
+        if (value.kind == ValueKind::Vector && value.count != 0 && !look.colour)
+            look.colour = colourOf(execution.command.vector(value));
+        for (uint32_t item = 0; value.kind == ValueKind::Symbol && item < value.count; ++item)
+            look.sources.emplace_back(execution.command.text(value, item));
     }
+    return look;
 }
 
 }  // namespace
 
+Opaque* declareOpaque(Execution& execution) {
+    const Form& form = *execution.command.form;
+    Opaque* first = nullptr;
+    for (size_t place = 0; place < form.tokenCount; ++place) {
+        if (form.tokens[place].kind != ArgumentKind::NewSymbol) continue;
+        Object& object = execution.objects.declare<Opaque>(execution.text(place), form.command, lookOf(execution));
+        if (!first) first = object.as<Opaque>();
+    }
+    return first;
+}
+
 Outcome carryOut(Execution& execution) {
-    static const Handlers handlers;
+    static const Handlers handlers(execution.profile);
     for (size_t place = 0; place < execution.places(); ++place) {
         Outcome outcome = checkPlace(execution, place);
         if (outcome.code != Fine) return outcome;
     }
     const Handler handler = handlers.byNumber[execution.command.form->command % Handlers::room];
     if (handler) return handler(execution);
-    declareAll(execution);
+    execution.hasEffect = declareOpaque(execution) != nullptr;
+    execution.isPictured = false;
     return {};
 }
 

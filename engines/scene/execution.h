@@ -2,20 +2,28 @@
 #define ZANT_ENGINES_SCENE_EXECUTION_H
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <utility>
 
 #include "engines/scene/codes.h"
 #include "engines/scene/objects.h"
+#include "engines/scene/pictures.h"
 #include "engines/scene/profile.h"
 #include "engines/scene/textoutput.h"
+#include "engines/scene/world.h"
 #include "language/command.h"
 #include "language/writer.h"
 
 namespace Zant::Engine {
 
 /// What a command leads to.
-enum class Nested { None, File, Text };
+enum class Nested { None, File, Text, Input };
+/// How much of what is being read ends with a command: nothing, the text or file, or what included it as well.
+enum class Ending { Nothing, Text, All };
+
+/// Work that raises events, done once the instance's lock is free. Its failure is the command's.
+using Afterwards = std::function<Outcome(TextOutput&)>;
 
 /// One command being carried out: what it finds, and what it leaves.
 ///
@@ -24,15 +32,20 @@ enum class Nested { None, File, Text };
 struct Execution {
     const Command& command;
     Objects& objects;
+    World& world;
     const Profile& profile;
     const Settings& settings;
     TextWriter& writer;
+    Pictures& pictures;  ///< under the lock only to be asked
 
     Lines lines{};                 ///< what the command says
     bool hasEffect = true;         ///< whether anything came of it, a line of text included
+    bool isPictured = true;        ///< whether pictures show what it asks for
     Nested nested = Nested::None;  ///< commands to be read next, which are recorded instead of this one
     std::string nestedText{};      ///< their file's name, or the commands themselves
-    std::string nestedSource{};    ///< of a text, its name in error lines
+    std::string nestedSource{};    ///< of a text or of lines of input, its name in error lines
+    Ending ending = Ending::Nothing;
+    Afterwards afterwards{};
 
     size_t places() const { return command.values().size(); }
     bool has(size_t place) const { return place < places(); }
@@ -73,7 +86,20 @@ struct HandlerRow {
 extern const HandlerRow valueHandlers[];
 extern const HandlerRow bitmapHandlers[];
 extern const HandlerRow geometryHandlers[];
+extern const HandlerRow shapeHandlers[];
+extern const HandlerRow lookHandlers[];
+extern const HandlerRow rayHandlers[];
+extern const HandlerRow viewHandlers[];
 extern const HandlerRow controlHandlers[];
+extern const HandlerRow renderHandlers[];
+
+/// `bitmapOp B show`.
+Outcome showBitmap(Execution& execution);
+
+/// Declares every object that the form declares. As a look, it has the first colour that the command names, or that of
+/// the first look that it names.
+/// @return the content of the first, null when there is none
+Opaque* declareOpaque(Execution& execution);
 
 /// Checks that the objects which the command acts on exist, then carries it out: by its handler, or, for a word
 /// without one, by declaring what it declares.

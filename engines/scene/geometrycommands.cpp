@@ -105,10 +105,25 @@ Outcome addPolygon(Execution& execution) {
     return {};
 }
 
+Outcome setTag(Execution& execution) {
+    const bool isLook = execution.isKeyword(3, "material") || execution.isKeyword(3, "shader");
+    if (isLook) execution.mesh(0).looks[execution.number(2)] = execution.text(4);
+    execution.hasEffect = execution.isPictured = isLook;
+    return {};
+}
+
 Outcome operateOnMesh(Execution& execution) {
-    execution.hasEffect = execution.isKeyword(1, "points");
-    if (execution.hasEffect) {
-        execution.mesh(0).points = execution.has(2) ? execution.object(2) : nullptr;
+    Mesh& mesh = execution.mesh(0);
+    const auto mapOrNone = [&] { return execution.has(2) ? execution.object(2) : nullptr; };
+    if (execution.isKeyword(1, "tag")) return setTag(execution);
+    if (execution.isKeyword(1, "points")) {
+        mesh.points = mapOrNone();
+    } else if (execution.isKeyword(1, "pointNormals")) {
+        mesh.normals = mapOrNone();
+    } else if (execution.isKeyword(1, "flip")) {
+        mesh.isFlipped = !mesh.isFlipped;
+    } else {
+        execution.hasEffect = execution.isPictured = false;
     }
     return {};
 }

@@ -34,6 +34,7 @@ int Module::enter(const Library* host) {
 }
 
 void Module::exit(int place) {
+    abandonScenes(place);
     std::vector<std::shared_ptr<Scene>> ended;
     std::vector<std::shared_ptr<Job>> joined;  // outside of the lock: a job waits for its threads
     const std::lock_guard lock(mutex_);
@@ -50,12 +51,25 @@ void Module::exit(int place) {
     end();
 }
 
+// Outside of the lock: their last events may ask the engine for something.
+void Module::abandonScenes(int place) {
+    const Library* host = nullptr;
+    {
+        const std::lock_guard lock(mutex_);
+        host = hosts_[place];
+    }
+    for (const auto& scene : scenes_.all()) {
+        if (scene->library() == host) scene->abandon();
+    }
+    surroundings_.leftThreads.join();
+}
+
 bool Module::hasHosts() const {
     return std::any_of(hosts_, hosts_ + mostHosts, [](const Library* host) { return host != nullptr; });
 }
 
 void Module::begin() {
-    surroundings_.settings = surroundings_.profile.readSettings();
+    surroundings_.settings = readSettings(surroundings_.profile.variables, surroundings_.profile.errorPrefix);
     surroundings_.transcript.open(surroundings_.settings.transcript);
     surroundings_.summary.open(surroundings_.settings.summary);
     surroundings_.watch.open(surroundings_.settings.watch);
@@ -141,7 +155,7 @@ void Module::destroyInstance(const void* handle) {
     if (!scene) return;
     // A host may send the events back: the handle is alive until the last one.
     if (surroundings_.settings.faults.eventsAtDestruction) scene->text().say("the instance is being destroyed");
-    scene->text().close();
+    scene->end();
     scene->summarise();
     scenes_.take(handleNumber(HandleTag::Instance, handle));
 }
@@ -177,8 +191,11 @@ std::shared_ptr<Scene> Module::sceneOfBitmap(const void* handle, const char* cal
 }
 
 void* Module::createRays(const void* instance) {
-    if (!sceneOfInstance(instance, "createContext")) return nullptr;
-    return makeHandle(HandleTag::RayContext, rays_.add(surroundings_.profile.createRays()));
+    const auto scene = sceneOfInstance(instance, "createContext");
+    if (!scene) return nullptr;
+    const auto rays = std::make_shared<RayContext>();
+    scene->addRays(rays);
+    return makeHandle(HandleTag::RayContext, rays_.add(rays));
 }
 
 void Module::destroyRays(const void* handle) {

@@ -11,6 +11,7 @@
 #include "engines/scene/jobs.h"
 #include "engines/scene/mutexes.h"
 #include "engines/scene/profile.h"
+#include "engines/scene/rays.h"
 #include "engines/scene/registry.h"
 #include "engines/scene/scene.h"
 
@@ -68,6 +69,7 @@ private:
     explicit Module(const Profile& profile) : surroundings_(profile) {}
 
     bool hasHosts() const;
+    void abandonScenes(int place);
     void begin();
     void end();
     void stayInMemory();

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "client/values/coordsys.h"
+#include "engines/scene/model.h"
 #include "engines/scene/pixels.h"
 #include "engines/scene/vertexmaps.h"
 
@@ -22,6 +24,13 @@ using ObjectPointer = std::shared_ptr<Object>;
 /// Of an object whose content the engine does not keep: a surface, a light, a texture.
 struct Opaque {
     std::string declaration;  ///< the command that declared it, as text
+
+    // What a picture takes from it:
+    std::optional<Colour> colour{};      ///< of a look, where it has one of its own
+    std::vector<std::string> sources{};  ///< of a look: other looks, the first of which with a colour counts
+    std::optional<Shape> shape{};        ///< of a shape that the engine can show
+    std::vector<Light> lights{};         ///< of a light
+    std::string group{};                 ///< of a link to a group
 };
 
 /// Another name for an object.
@@ -37,8 +46,11 @@ struct Polygon {
 };
 
 struct Mesh {
-    ObjectPointer points;  ///< the vertex map that holds them, kept alive by the mesh; may be null
+    ObjectPointer points;   ///< the vertex map that holds them, kept alive by the mesh; may be null
+    ObjectPointer normals;  ///< of the points, in the same way
     std::vector<Polygon> polygons;
+    std::map<double, std::string> looks;  ///< by tag
+    bool isFlipped = false;
 };
 
 /// One named object. It stays at its address for life, and keeps its number when it is declared again as the same kind.

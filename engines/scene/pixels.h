@@ -14,6 +14,9 @@ public:
     static constexpr int largestSide = 65536;
     static constexpr size_t mostBytes = size_t{1} << 30;
 
+    /// A side of a command as an int; one outside of every limit stays outside.
+    static int sideOf(double side) { return side >= 0 && side <= largestSide ? static_cast<int>(side) : -1; }
+
     explicit Pixels(_ZantPixelFormat format) : view_(nullptr, 0, 0, format) {}
 
     /// Gives the bitmap memory of its own. Pixels inside both sizes are kept, new ones are 0. A size of 0 leaves no

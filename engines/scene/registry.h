@@ -59,6 +59,14 @@ public:
         }
         return taken;
     }
+    /// Every item.
+    std::vector<Pointer> all() const {
+        std::vector<Pointer> found;
+        const std::lock_guard lock(mutex_);
+        for (const auto& [number, item] : items_)
+            found.push_back(item);
+        return found;
+    }
     /// Takes out every item; they end with the answer.
     std::vector<Pointer> takeAll() {
         return takeIf([](const Item&) { return true; });

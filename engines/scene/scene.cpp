@@ -29,6 +29,15 @@ files::path locate(const std::string& name, const char* source) {
     return files::is_regular_file(beside, ignored) ? beside : files::u8path(name);
 }
 
+// A command by its word and its first keyword.
+std::string kindOf(const Command& command) {
+    for (size_t place = 0; place < command.values().size(); ++place) {
+        if (command.values()[place].kind == ValueKind::Keyword)
+            return std::string(command.word()) + " " + command.keywordText(place);
+    }
+    return command.word();
+}
+
 }  // namespace
 
 // A text being read, and what led to it.
@@ -38,8 +47,14 @@ struct Reading {
     const Reading* outer = nullptr;
     int depth = 0;
     mutable int files = 0;  // that were read, of the outermost one
+    mutable bool hasEnded = false;
 
     bool takeFile() const { return outer ? outer->takeFile() : ++files <= mostFiles; }
+    void end(Ending ending) const {
+        if (ending == Ending::Nothing) return;
+        hasEnded = true;
+        if (ending == Ending::All && outer) outer->end(ending);
+    }
     bool includes(const files::path& file) const {
         std::error_code ignored;
         if (isFile && files::equivalent(files::u8path(source), file, ignored)) return true;
@@ -52,8 +67,22 @@ Scene::Scene(uint64_t number, Instance* instance, Surroundings& surroundings)
       library_(instance->library),
       surroundings_(surroundings),
       settings_(surroundings.settings),
-      text_(instance, surroundings.settings.faults.foreignEvent),
+      events_(std::make_shared<Events>(instance, surroundings.settings.faults.foreignEvent)),
+      pictures_(std::make_shared<Pictures>(events_, surroundings.profile, surroundings.settings.picture,
+                                           surroundings.leftThreads)),
       transcriptWriter_(TextWriter::Form::Plain, settings_.numbers) {}
+
+void Scene::end() {
+    pictures_->closeWindow();
+    pictures_->end();
+    text_.close();
+    events_->close();
+}
+
+void Scene::abandon() {
+    pictures_->end();
+    events_->close();
+}
 
 int Scene::parse(const void* data, const char* source, int mode) {
     if (!data) return Fine;
@@ -79,7 +108,9 @@ const char* Scene::nameOf(uint64_t registered) {
 int Scene::runText(TextReader& reader, const Reading& reading) {
     int first = Fine;
     Command command;
-    for (ReadResult result = reader.next(command); result != ReadResult::End; result = reader.next(command)) {
+    while (!reading.hasEnded) {
+        const ReadResult result = reader.next(command);
+        if (result == ReadResult::End) break;
         const bool isRead = result == ReadResult::Command;
         const int code = isRead ? run(command, enter("parse"), reading) : fail(reader.diagnostic(), reading);
         if (first == Fine) first = code;
@@ -98,7 +129,7 @@ int Scene::runBlock(const void* block) {
 }
 
 int Scene::run(const Command& command, Lock lock, const Reading& reading) {
-    Execution execution{command, objects_, surroundings_.profile, settings_, writer_};
+    Execution execution{command, objects_, world_, surroundings_.profile, settings_, writer_, *pictures_};
     if (settings_.symbols) {
         const std::vector<SymbolTable::Finding> findings = symbols_.check(command);
         if (!findings.empty()) return refuse(findings, command, reading, std::move(lock));
@@ -108,6 +139,11 @@ int Scene::run(const Command& command, Lock lock, const Reading& reading) {
     lock.unlock();
     text_.say(execution.lines);
     if (outcome.code != Fine) return fail(outcome, command, reading);
+    reading.end(execution.ending);
+    if (execution.afterwards) {
+        const Outcome later = execution.afterwards(text_);
+        if (later.code != Fine) return fail(later, command, reading);
+    }
     return execution.nested == Nested::None ? Fine : runNested(execution, reading);
 }
 
@@ -125,9 +161,18 @@ int Scene::refuse(const std::vector<SymbolTable::Finding>& findings, const Comma
 // What is kept of a command that was carried out.
 void Scene::note(const Execution& execution, const Reading& reading) {
     if (!execution.hasEffect && surroundings_.summary.isOpen()) ++withoutEffect_[execution.command.form];
+    if (!execution.isPictured) ++world_.omissions[kindOf(execution.command)];
     if (!settings_.symbols) return;
     const size_t line = execution.command.position.line;
     symbols_.follow(execution.command, reading.source + (line ? ", line " + std::to_string(line) : std::string()));
+}
+
+void Scene::addRays(const std::shared_ptr<RayContext>& rays) {
+    const Lock lock = enter("createContext");
+    auto& all = world_.rays;
+    const auto isGone = [](const std::weak_ptr<RayContext>& one) { return one.expired(); };
+    all.erase(std::remove_if(all.begin(), all.end(), isGone), all.end());
+    all.push_back(rays);
 }
 
 void Scene::summarise() {
@@ -151,6 +196,7 @@ int Scene::runNested(const Execution& execution, const Reading& reading) {
         return fail({TooDeep, "commands are nested too deeply", 0}, execution.command, reading);
     }
     if (execution.nested == Nested::File) return runFile(execution, reading);
+    if (execution.nested == Nested::Input) return runInput(execution, reading);
     TextReader reader{std::string_view(execution.nestedText)};
     return runText(reader, {execution.nestedSource.c_str(), false, &reading, reading.depth + 1});
 }
@@ -172,6 +218,19 @@ int Scene::runFile(const Execution& execution, const Reading& reading) {
     } catch (const std::system_error& error) {
         return failed(NoFile, "cannot read the file " + quoted + ": " + error.code().message());
     }
+}
+
+// Up to an empty line, or until there is none.
+int Scene::runInput(const Execution& execution, const Reading& reading) {
+    int first = Fine;
+    const Reading input{execution.nestedSource.c_str(), false, &reading, reading.depth + 1};
+    std::string line;
+    while (!input.hasEnded && text_.ask(execution.nestedText.c_str(), line) && !line.empty()) {
+        TextReader reader{std::string_view(line)};
+        const int code = runText(reader, input);
+        if (first == Fine) first = code;
+    }
+    return first;
 }
 
 bool Scene::isToFail() {

@@ -3,15 +3,20 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <vector>
 
 #include "client/engine/instance.h"
 #include "engines/scene/appendedfile.h"
 #include "engines/scene/codes.h"
+#include "engines/scene/events.h"
+#include "engines/scene/leftthreads.h"
 #include "engines/scene/objects.h"
+#include "engines/scene/pictures.h"
 #include "engines/scene/profile.h"
 #include "engines/scene/textoutput.h"
+#include "engines/scene/world.h"
 #include "language/reader.h"
 #include "language/symbols.h"
 #include "language/writer.h"
@@ -36,6 +41,7 @@ public:
         AppendedFile transcript{profile.errorPrefix};
         AppendedFile watch{profile.errorPrefix};
         AppendedFile summary{profile.errorPrefix};
+        LeftThreads leftThreads{};
     };
 
     Scene(uint64_t number, Instance* instance, Surroundings& surroundings);
@@ -43,11 +49,20 @@ public:
     /// The library whose instance this is; not to be read, it may be gone.
     const Library* library() const { return library_; }
     TextOutput& text() { return text_; }
+    Pictures& pictures() { return *pictures_; }
+
+    /// The instance ends: what it has on the host's side is closed, and no event comes any more.
+    void end();
+    /// The engine ends before the instance: nothing is closed, the picture in the making apart.
+    void abandon();
 
     /// Carries out every command of a text or block, those after a failed one included, and says each failure in
     /// one line of text.
     /// @return the code of the first failure, or 0.
     int parse(const void* data, const char* source, int mode);
+
+    /// Remembers ray memory of the instance, for as long as its context is there.
+    void addRays(const std::shared_ptr<RayContext>& rays);
 
     /// Writes to the summary how often which form was taken without effect, the most frequent one first.
     void summarise();
@@ -83,6 +98,7 @@ private:
     void note(const Execution& execution, const Reading& reading);
     int runNested(const Execution& execution, const Reading& reading);
     int runFile(const Execution& execution, const Reading& reading);
+    int runInput(const Execution& execution, const Reading& reading);
     Outcome execute(Execution& execution);
     Outcome record(Execution& execution);
     bool isToFail();
@@ -93,9 +109,12 @@ private:
     const Library* const library_;
     Surroundings& surroundings_;
     const Settings& settings_;
-    TextOutput text_;
+    const std::shared_ptr<Events> events_;
+    TextOutput text_{*events_};
+    const std::shared_ptr<Pictures> pictures_;
     std::mutex mutex_;
     Objects objects_;
+    World world_;
     SymbolTable symbols_;  // only when it is asked for
     std::map<const Form*, size_t> withoutEffect_;
     TextWriter writer_;

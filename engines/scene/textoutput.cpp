@@ -1,8 +1,6 @@
 #include "engines/scene/textoutput.h"
 
-#include <thread>
-
-#include "engines/scene/guarded.h"
+#include <utility>
 
 namespace Zant::Engine {
 
@@ -16,8 +14,10 @@ void Lines::add(std::string_view text) {
 }
 
 void TextOutput::say(const Lines& lines) {
-    if (lines.empty() || closed_) return;
-    perform([&] { send(lines); });
+    if (lines.empty() || events_.isClosed()) return;
+    events_.perform([&] {
+        if (open(lines)) send(lines);
+    });
 }
 
 void TextOutput::say(std::string_view text) {
@@ -26,55 +26,86 @@ void TextOutput::say(std::string_view text) {
     say(lines);
 }
 
+bool TextOutput::ask(const char* prompt, std::string& answer) {
+    bool isAnswered = false;
+    events_.perform([&] { isAnswered = open({}) && receive(prompt, answer); });
+    if (!isAnswered) answer.clear();
+    return isAnswered;
+}
+
 void TextOutput::close() {
-    if (isOpened() && !closed_) {
-        perform([&] { raise(EventDestroyTextStream, handle_, nullptr); });
+    if (isOpen()) {
+        events_.perform([&] { events_.raise(EventDestroyTextStream, handle_); });
     }
-    closed_ = true;
+    const std::lock_guard lock(mutex_);
+    state_ = State::Closed;
 }
 
-template <class Work>
-void TextOutput::perform(const Work& work) {
-    if (!foreignThread_) return work();
-    std::thread([&] { guarded(work); }).join();
+bool TextOutput::isOpen() {
+    const std::lock_guard lock(mutex_);
+    return state_ == State::Open;
 }
 
-bool TextOutput::isOpened() {
-    const std::lock_guard lock(opening_);
-    return opened_;
+// False when the stream does not take lines: it has been closed, or is being opened, and then these lines wait.
+bool TextOutput::open(const Lines& lines) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (state_ == State::Opening) waiting_.push_back(lines);
+        if (state_ != State::New) return state_ == State::Open;
+        state_ = State::Opening;
+    }
+    greet();
+    std::vector<Lines> waiting;
+    while (takeWaiting(waiting)) {
+        for (const Lines& said : waiting)
+            send(said);
+    }
+    return true;
+}
+
+void TextOutput::greet() {
+    ZantEventData event{};
+    event.kind = EventCreateTextStream;
+    events_.raise(event);
+    handle_ = event.handle;
+    events_.raise(EventGetTextFlags, handle_);
+}
+
+// The stream is open once nothing waits.
+bool TextOutput::takeWaiting(std::vector<Lines>& waiting) {
+    const std::lock_guard lock(mutex_);
+    waiting = std::exchange(waiting_, {});
+    if (waiting.empty()) state_ = State::Open;
+    return !waiting.empty();
 }
 
 void TextOutput::send(const Lines& lines) {
-    void* const handle = stream();
     for (const std::string& line : lines.all()) {
-        raise(EventTextLine, handle, line.c_str());
-        raise(EventTextNewLine, handle, nullptr);
+        events_.raise(EventTextLine, handle_, line.c_str());
+        events_.raise(EventTextNewLine, handle_);
     }
 }
 
-void* TextOutput::stream() {
-    const std::lock_guard lock(opening_);
-    if (opened_) return handle_;
-    opened_ = true;
+// The storage is empty before it is offered: a host that leaves it as it is has answered with an empty line.
+bool TextOutput::receive(const char* prompt, std::string& answer) {
+    _ZantEventTextBufferData storage{};
+    storage.size = longestAnswer;
     ZantEventData event{};
-    event.kind = EventCreateTextStream;
-    raise(event);
-    return handle_ = event.handle;
-}
-
-void TextOutput::raise(ZantEventData& event) {
-    if (closed_ || !instance_->eventFunction) return;
-    event.instance = instance_;
-    event.reserved = instance_->userData;
-    guarded([&] { instance_->eventFunction(&event); });
-}
-
-void TextOutput::raise(_ZantEventKind kind, void* handle, const char* text) {
-    ZantEventData event{};
-    event.kind = kind;
-    event.handle = handle;
-    event.text = text;
-    raise(event);
+    event.kind = EventAllocTextBuffer;
+    event.value = reinterpret_cast<int64_t>(&storage);
+    events_.raise(event);
+    if (storage.buffer) storage.buffer[0] = 0;
+    event.kind = EventGetTextLine;
+    event.handle = handle_;
+    event.text = prompt;
+    events_.raise(event);
+    const bool isAnswered = storage.text != nullptr;
+    if (isAnswered) answer = storage.text;
+    event.kind = EventFreeTextBuffer;
+    event.handle = nullptr;
+    event.text = nullptr;
+    events_.raise(event);
+    return isAnswered;
 }
 
 }  // namespace Zant::Engine

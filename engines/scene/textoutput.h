@@ -1,13 +1,12 @@
 #ifndef ZANT_ENGINES_SCENE_TEXTOUTPUT_H
 #define ZANT_ENGINES_SCENE_TEXTOUTPUT_H
 
-#include <atomic>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "client/engine/instance.h"
+#include "engines/scene/events.h"
 
 namespace Zant::Engine {
 
@@ -23,36 +22,41 @@ private:
     std::vector<std::string> lines_;
 };
 
-/// The text stream of one instance: opened on the host's side with the first line, closed with the instance.
+/// The text of one instance: its stream is opened on the host's side with the first line, and asked for its flags.
 ///
-/// Events are raised with no lock of the engine held but that of opening, so that a host may call the engine from
-/// within. An event carries the host's user data in its reserved word.
+/// Any thread may call any operation. No lock is held during an event: what is said while the stream is being opened,
+/// from within that event or by another thread, is sent by whoever opens it.
 class TextOutput {
 public:
-    /// @param foreignThread raise events from a thread of the engine's own, while the caller waits.
-    TextOutput(Instance* instance, bool foreignThread) : instance_(instance), foreignThread_(foreignThread) {}
+    explicit TextOutput(Events& events) : events_(events) {}
 
     /// Sends the lines, each as its text and a new line.
     void say(const Lines& lines);
     void say(std::string_view text);
+    /// Asks for a line of text.
+    /// @param prompt what the host may show
+    /// @return false when there is none; then the answer is empty
+    bool ask(const char* prompt, std::string& answer);
     /// Closes the stream; nothing is sent any more afterwards.
     void close();
 
 private:
-    template <class Work>
-    void perform(const Work& work);
-    bool isOpened();
-    void send(const Lines& lines);
-    void* stream();
-    void raise(ZantEventData& event);
-    void raise(_ZantEventKind kind, void* handle, const char* text);
+    static constexpr size_t longestAnswer = 4096;
 
-    Instance* instance_;
-    bool foreignThread_;
-    std::recursive_mutex opening_;  // a host may make the engine speak while it opens the stream
-    bool opened_ = false;
-    void* handle_ = nullptr;
-    std::atomic<bool> closed_{false};
+    enum class State { New, Opening, Open, Closed };
+
+    bool isOpen();
+    bool open(const Lines& lines);
+    void greet();
+    bool takeWaiting(std::vector<Lines>& waiting);
+    void send(const Lines& lines);
+    bool receive(const char* prompt, std::string& answer);
+
+    Events& events_;
+    std::mutex mutex_;
+    State state_ = State::New;
+    std::vector<Lines> waiting_;  // for the stream
+    void* handle_ = nullptr;      // written while it is being opened, and by that thread alone
 };
 
 }  // namespace Zant::Engine

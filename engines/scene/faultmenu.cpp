@@ -1,13 +1,9 @@
-#include "engines/loopback/faultmenu.h"
+#include "engines/scene/faultmenu.h"
 
 #include <cstdlib>
 
-#include "engines/loopback/settings.h"
-
-namespace Zant::Loopback {
+namespace Zant::Engine {
 namespace {
-
-using Engine::Faults;
 
 struct Switch {
     const char* word;
@@ -73,13 +69,13 @@ std::string trimmed(const std::string& text) {
 
 }  // namespace
 
-Faults parseFaults(const std::string& list, std::string& complaints) {
+Faults parseFaults(const std::string& list, const char* errorPrefix, std::string& complaints) {
     Faults faults;
     for (size_t begin = 0; begin <= list.size();) {
         const size_t end = list.find(',', begin);
         const std::string entry = trimmed(list.substr(begin, end - begin));
         if (!entry.empty() && !setSwitch(faults, entry) && !setAmount(faults, entry)) {
-            complaints += std::string(errorPrefix) + "unknown fault \"" + entry + "\"; known are " + menu() + "\n";
+            complaints += errorPrefix + ("unknown fault \"" + entry + "\"; known are " + menu() + "\n");
         }
         if (end == std::string::npos) break;
         begin = end + 1;
@@ -87,4 +83,4 @@ Faults parseFaults(const std::string& list, std::string& complaints) {
     return faults;
 }
 
-}  // namespace Zant::Loopback
+}  // namespace Zant::Engine
