@@ -1,5 +1,5 @@
 # Installed layout: headers under include/zant with their folders kept, the libraries with a CMake package and a
-# pkg-config file each, the loopback engine and the program. The build tree has a CMake package as well.
+# pkg-config file each, the engines and the program. The build tree has a CMake package as well.
 include(CMakePackageConfigHelpers)
 
 set(targets zant zant_static zantclient zantmodern)
@@ -9,9 +9,11 @@ foreach(target zanttestkit zant_program)
     endif()
 endforeach()
 install(TARGETS ${targets} EXPORT ZantTargets)
-if(TARGET loopback)
-    install(TARGETS loopback EXPORT ZantTargets LIBRARY DESTINATION ${ZANT_LOOPBACK_SUBDIR})
-endif()
+foreach(engine loopback preview)
+    if(TARGET ${engine})
+        install(TARGETS ${engine} EXPORT ZantTargets LIBRARY DESTINATION ${ZANT_ENGINES_SUBDIR}/${engine})
+    endif()
+endforeach()
 install(DIRECTORY ${ZANT_HOST_HEADERS}/zant DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET zant_description)
     install(FILES ${ZANT_DESCRIPTION} DESTINATION ${CMAKE_INSTALL_DATADIR}/zant)

@@ -6,7 +6,9 @@ if(ZANT_IS_TOP_LEVEL)
     set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
     set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
 endif()
-set(ZANT_LOOPBACK_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant/loopback)
+set(ZANT_ENGINES_SUBDIR ${CMAKE_INSTALL_LIBDIR}/zant)
+set(ZANT_LOOPBACK_SUBDIR ${ZANT_ENGINES_SUBDIR}/loopback)
+set(ZANT_PREVIEW_SUBDIR ${ZANT_ENGINES_SUBDIR}/preview)
 
 # Numbers, geometry and pixels are defined operation by operation: whatever flags a host builds the tree with, nothing is
 # contracted to fused operations or reordered, and a NaN stays one. Square roots set no errno, so that they are the
