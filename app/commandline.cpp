@@ -60,7 +60,7 @@ private:
 // ---- Options that several subcommands have ----
 
 void addEngine(CLI::App* command, std::string& engine, const char* description = "Directory of the engine file") {
-    command->add_option("--engine", engine, std::string(description) + " (default: the loopback engine)");
+    command->add_option("--engine", engine, std::string(description) + ", or loopback (the default) or preview");
 }
 
 void addOutput(CLI::App* command, std::string& output) {
@@ -98,6 +98,9 @@ void CommandLine::addRun() {
     const auto [command, options] =
         add<RunOptions>("run", "Drive an engine with command files and show its text", App::run);
     addEngine(command, options->engine);
+    command->add_option(
+        "--picture", options->picture,
+        "Draw the scene when the files are done, and write it to this PNG file (default engine: preview)");
     command->add_option("--value", options->values, "Read a declared value back when the files are done (repeatable)")
         ->allow_extra_args(false);
     command

@@ -24,7 +24,8 @@ void refuseToReplace(const std::vector<std::string>& inputs, const std::string& 
 // -----------------------
 
 struct RunOptions {
-    std::string engine;  ///< directory of its file, empty for the loopback engine; the same in the other subcommands
+    std::string engine;   ///< "loopback", "preview" or the directory of its file; the same in the other subcommands
+    std::string picture;  ///< empty for none
     std::vector<std::string> files;
     std::vector<std::string> values;
 };

@@ -328,7 +328,7 @@ const ChildTask rehearsing{"rehearse", rehearseInChild, true};
 int rehearse(const RehearseOptions& options) {
     Rehearsed rehearsed{options, {}};
     rehearsed.plugin = fs::absolute(fs::u8path(options.plugin)).u8string();
-    if (options.engine.empty()) rehearsed.engine = loopbackDirectory();
+    rehearsed.engine = engineDirectory(options.engine);
     StopSignals signals;
     const bool fine = rehearseIn(rehearsed, signals);
     signals.passOn();

@@ -47,7 +47,7 @@ bool addLastOf(const std::string& name, std::string& report) {
 
 int report(const ReportOptions& options) {
     refuseToReplace(options.files, options.output);
-    const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
+    const std::string directory = engineDirectory(options.engine);
     const ProbeFinding finding = probeEngine(directory);
     std::string text = versions() + "\n-- engine\n" + finding.text;
     const Outcome outcome = readAll(options.files, [&](const std::string& name) { return addLastOf(name, text); });

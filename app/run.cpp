@@ -8,7 +8,11 @@
 #include "app/session.h"
 #include "app/text.h"
 #include "app/textpieces.h"
+#include "client/encoding/commandtextbuffer.h"
+#include "client/encoding/prototyper.h"
 #include "client/host.h"
+#include "client/protos/protos.h"
+#include "own/streams.h"
 
 namespace Zant::App {
 namespace {
@@ -59,12 +63,39 @@ bool showValue(const Instance& instance, const std::string& name) {
     return value.has_value();
 }
 
+/// Says how far a picture is, in one line on a terminal. It has one window, and shows no pixels.
+class PictureListener : public ConsoleListener {
+public:
+    void* createWindow() override { return this; }
+    int setWindowSize(void*, const _ZantEventWindow&) override { return 1; }
+    void setWindowTitle(void*, const char* title) override {
+        if (!Platform::isTerminal(stderr)) return;
+        fmt::print(stderr, "\r{}\033[K", shown(title));
+        std::fflush(stderr);
+    }
+    void destroyWindow(void*) override {
+        if (Platform::isTerminal(stderr)) fmt::print(stderr, "\r\033[K");
+    }
+};
+
+bool draw(Instance& instance, const std::string& file) {
+    Prototyper prototyper(&instance);
+    render0(prototyper.protos());
+    if (prototyper.buffer->errorCode == 0) view1_save_png(prototyper.protos(), file.c_str());
+    return prototyper.buffer->errorCode == 0;
+}
+
+std::string engineFor(const RunOptions& options) {
+    const bool draws = options.engine.empty() && !options.picture.empty();
+    return engineDirectory(draws ? "preview" : options.engine);
+}
+
 }  // namespace
 
 int run(const RunOptions& options) {
-    const std::string directory = options.engine.empty() ? loopbackDirectory() : options.engine;
+    const std::string directory = engineFor(options);
     Session session(directory.c_str());
-    ConsoleListener console;
+    PictureListener console;
     const UniqueInstance instance = session.createInstance(console);
     if (!instance) {
         complain(fmt::format("zant run: {}", session.reason()));
@@ -74,6 +105,7 @@ int run(const RunOptions& options) {
         readAll(options.files, [&](const std::string& name) { return runFile(*instance, name); }) == Outcome::Fine;
     for (const std::string& name : options.values)
         fine &= showValue(*instance, name);
+    if (!options.picture.empty()) fine = draw(*instance, options.picture) && fine;
     return fine ? Fine : InputHasErrors;
 }
 

@@ -22,9 +22,12 @@ public:
 
 }  // namespace
 
-std::string loopbackDirectory() {
+std::string engineDirectory(const std::string& asked) {
     static const char here = 0;
-    return std::filesystem::u8path(moduleDirectory(&here) + ZANT_LOOPBACK_FROM_BIN).lexically_normal().u8string();
+    const std::string name = asked.empty() ? "loopback" : asked;
+    if (name != "loopback" && name != "preview") return asked;
+    const std::string engines = moduleDirectory(&here) + ZANT_ENGINES_FROM_BIN;
+    return std::filesystem::u8path(engines + name + "/").lexically_normal().u8string();
 }
 
 TextListener* ConsoleListener::createTextListner() {

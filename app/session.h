@@ -7,8 +7,9 @@
 
 namespace Zant::App {
 
-/// The directory of the loopback engine that was built or installed with the program, with its final separator.
-std::string loopbackDirectory();
+/// The directory of an engine as the program's options name it, with its final separator: "loopback" (the default) and
+/// "preview" are those that were built or installed with the program, anything else is a directory as it stands.
+std::string engineDirectory(const std::string& asked);
 
 /// Writes an engine's text to standard output. Serves one instance on one thread.
 class ConsoleListener : public DispatchLinkedListener {
