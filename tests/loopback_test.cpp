@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "client/zant.h"
-#include "engines/loopback/rayrecords.h"
+#include "engines/records/rayrecords.h"
 #include "loopbackhost.h"
 
 namespace Zant::Tests {
@@ -227,7 +227,7 @@ TEST(LoopbackRays, LieInBlocksOfTheEngine) {
     const size_t dims[3] = {100, 3, 2};
     ASSERT_TRUE(rays->allocBuffer(dims));
     ASSERT_EQ(rays->input.blockCount(), 2U * 3 * 2);
-    Loopback::RayBufferDescription description;
+    Engine::RayBufferDescription description;
     std::memcpy(&description, &rays->input, sizeof description);
     EXPECT_EQ(description.raysPerBlock, 64U);
     for (size_t block = 0; block < rays->input.blockCount(); ++block) {

@@ -45,7 +45,7 @@ TEST_F(ProgramInAShell, TheManualPageAndTheCompletionHaveEveryOption) {
             ++compared;
         }
     }
-    EXPECT_EQ(compared, 27u);
+    EXPECT_EQ(compared, 28u);
     for (const char* code : {"\n0\nfine\n", "\n3\nthe engine did not load\n"})
         EXPECT_EQ(countOf(code, page), 1u) << code;
 

@@ -2,36 +2,23 @@
 // the loopback engine, and demands that the process needs no more memory at the end than after the first thousand.
 // Both numbers are per encoding; by default ten million and one million.
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
 #include "allocationcount.h"
 #include "client/zant.h"
+#include "residentmemory.h"
 #include "silentengine.h"
 
 namespace {
 
 using namespace Zant;
+using Tests::judgesResidence, Tests::residentKilobytes;
 
 constexpr long warmUp = 1000;
-#ifdef ZANT_TEST_SANITIZED
-constexpr bool judgesResidence = false;  // a sanitizer keeps freed memory back on purpose
-#else
-constexpr bool judgesResidence = true;
-#endif
 /// What the C library may still move about.
 constexpr long allowedKilobytes = 512;
-
-long residentKilobytes() {
-    long pages = 0, resident = 0;
-    std::FILE* const file = std::fopen("/proc/self/statm", "r");  // a stream would allocate with `new`
-    if (!file || std::fscanf(file, "%ld %ld", &pages, &resident) != 2) std::abort();
-    std::fclose(file);
-    return resident * (sysconf(_SC_PAGESIZE) / 1024);
-}
 
 /// Commands with items of every kind, in turn.
 class Sender {
