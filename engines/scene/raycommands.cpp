@@ -29,9 +29,8 @@ struct Cast {
 
 Outcome answerRays(Execution& execution) {
     Cast cast(execution);
-    for (const std::weak_ptr<RayContext>& one : execution.world.rays) {
-        if (const auto rays = one.lock()) rays->cast(*cast.tracer, cast.job, cast.threads);
-    }
+    for (const std::shared_ptr<RayContext>& rays : execution.world.rays.all())
+        rays->cast(*cast.tracer, cast.job, cast.threads);
     return {};
 }
 

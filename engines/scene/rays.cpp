@@ -93,4 +93,20 @@ void RayContext::cast(const Tracer& tracer, Job& job, int threads) {
     job.run(dims, threads, castBlock, &work);
 }
 
+void RayContexts::add(const std::shared_ptr<RayContext>& rays) {
+    const std::lock_guard lock(mutex_);
+    const auto isGone = [](const std::weak_ptr<RayContext>& one) { return one.expired(); };
+    contexts_.erase(std::remove_if(contexts_.begin(), contexts_.end(), isGone), contexts_.end());
+    contexts_.push_back(rays);
+}
+
+std::vector<std::shared_ptr<RayContext>> RayContexts::all() {
+    const std::lock_guard lock(mutex_);
+    std::vector<std::shared_ptr<RayContext>> found;
+    for (const std::weak_ptr<RayContext>& one : contexts_) {
+        if (auto rays = one.lock()) found.push_back(std::move(rays));
+    }
+    return found;
+}
+
 }  // namespace Zant::Engine

@@ -2,6 +2,8 @@
 #define ZANT_ENGINES_SCENE_RAYS_H
 
 #include <cstddef>
+#include <memory>
+#include <mutex>
 #include <vector>
 
 #include "client/engine/raytrace.h"
@@ -37,6 +39,18 @@ private:
     size_t rays_[3] = {0, 0, 0};
     std::vector<zl_ray_input> input_;
     std::vector<zl_ray_output> output_;
+};
+
+/// The ray memory of one instance, for as long as its contexts are there. Any thread may call any operation: contexts
+/// are made while another thread is inside the parser.
+class RayContexts {
+public:
+    void add(const std::shared_ptr<RayContext>& rays);
+    std::vector<std::shared_ptr<RayContext>> all();
+
+private:
+    std::mutex mutex_;
+    std::vector<std::weak_ptr<RayContext>> contexts_;
 };
 
 }  // namespace Zant::Engine

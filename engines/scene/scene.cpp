@@ -167,14 +167,6 @@ void Scene::note(const Execution& execution, const Reading& reading) {
     symbols_.follow(execution.command, reading.source + (line ? ", line " + std::to_string(line) : std::string()));
 }
 
-void Scene::addRays(const std::shared_ptr<RayContext>& rays) {
-    const Lock lock = enter("createContext");
-    auto& all = world_.rays;
-    const auto isGone = [](const std::weak_ptr<RayContext>& one) { return one.expired(); };
-    all.erase(std::remove_if(all.begin(), all.end(), isGone), all.end());
-    all.push_back(rays);
-}
-
 void Scene::summarise() {
     const Lock lock = enter("summary");
     if (!surroundings_.summary.isOpen()) return;

@@ -62,7 +62,7 @@ public:
     int parse(const void* data, const char* source, int mode);
 
     /// Remembers ray memory of the instance, for as long as its context is there.
-    void addRays(const std::shared_ptr<RayContext>& rays);
+    void addRays(const std::shared_ptr<RayContext>& rays) { world_.rays.add(rays); }
 
     /// Writes to the summary how often which form was taken without effect, the most frequent one first.
     void summarise();

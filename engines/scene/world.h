@@ -62,7 +62,7 @@ struct World {
     int samples = 1;                 ///< of each pixel
     std::string output;              ///< the file that a picture is written to; empty for none
 
-    std::vector<std::weak_ptr<RayContext>> rays;  ///< ray memory of the instance
+    RayContexts rays;
 
     Omissions omissions;            ///< commands that pictures do not show
     bool hasToldOmissions = false;  ///< whether the host has been told
