@@ -69,6 +69,7 @@ public:
         red.emplace(*stage, "red"), second.emplace(*secondStage, "second");
         number.emplace(*stage, "number"), shape.emplace(*stage, "shape"), map.emplace(*stage, "map");
         stage->surface1_color(*red), secondStage->surface1_color(*second);
+        stage->view1_size({8, 8});
         number->declare(), map->declare(3, 2);
         shape->points(rows(points, 3));
         picture.emplace(*stage, "picture", 2, 2, PixelFloatRgb);
@@ -99,7 +100,7 @@ public:
         if (map) expectAlive(*map, map->write(rows(points, 3)));
         if (picture) expectAlive(*picture, picture->read(pixels(back, 2, 2, PixelFloatRgb)));
         if (red) expectAlive(*red, red->link());
-        if (engine && *engine) static_cast<void>(scene(*engine).view0_render());
+        if (engine && *engine) static_cast<void>(scene(*engine).view0_freeRenderedImage());
     }
 
 private:
