@@ -303,7 +303,7 @@ TEST(Previews, EndWithTheEngineAlsoWhenTheirInstanceIsForgotten) {
     Slow host(forever);
     EXPECT_EQ(host.parse("pv start;"), 0);
     ASSERT_TRUE(host.screen.waitFor("getWindowKeyEvent"));
-    host.library.unload();
+    host.library.vtables.exit();  // and the file stays: the instance is still to be released
     EXPECT_EQ(host.screen.steps(), endedPicture);
 }
 
