@@ -14,6 +14,7 @@ SUBJECTS = {
     "language": "Reading the command language",
     "numbers": "The text of numbers",
     "pixels": "Copies between pixel formats",
+    "preview": "Rays of the preview engine",
     "values": "Vectors, matrices and angles",
 }
 
