@@ -34,7 +34,7 @@ private:
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& content = {}) {
-        if (!content.empty()) std::ofstream(name_) << content;
+        if (!content.empty()) std::ofstream(name_, std::ios::binary) << content;
     }
 
     const std::string& name() const { return name_; }
